@@ -1,0 +1,237 @@
+#include <algorithm>
+#include <string>
+
+#include "UsageIngest/IngestStore.h"
+#include "UsageIngest/LineTailReader.h"
+#include "UsageModel/EnumText.h"
+#include "UsageModel/Files.h"
+
+namespace UsageIngest {
+
+namespace {
+
+using UsageModel::Anchor;
+using UsageModel::Date;
+using UsageModel::FileStat;
+using UsageModel::fileStat;
+using UsageModel::IngestProgress;
+using UsageModel::UsageEvent;
+namespace fs = std::filesystem;
+
+constexpr const char* insertEvent =
+    "INSERT INTO usage_event(ts,session_id,file_path,model,model_class,input,output,cache_creation,cache_read,effort)\n"
+    "VALUES(?,?,?,?,?,?,?,?,?,?);";
+constexpr const char* insertAnchor =
+    "INSERT OR IGNORE INTO anchor(ts,source,window,kind,used_fraction,resets_at)\nVALUES(?,?,?,?,?,?);";
+constexpr const char* upsertCursor =
+    "INSERT INTO file_cursor(path,inode,size,mtime,byte_offset,last_ts) VALUES(?,?,?,?,?,?)\n"
+    "ON CONFLICT(path) DO UPDATE SET inode=excluded.inode,size=excluded.size,\n"
+    "    mtime=excluded.mtime,byte_offset=excluded.byte_offset,last_ts=excluded.last_ts;";
+constexpr const char* selectCursor = "SELECT inode,size,mtime,byte_offset,last_ts FROM file_cursor WHERE path=?;";
+constexpr const char* deleteEvents = "DELETE FROM usage_event WHERE file_path=?;";
+
+// Reporting costs a redraw: while files are read, every eighth is often enough.
+constexpr std::size_t filesPerReport = 8;
+
+/// How far a file was read. `mtime` is stored for the curious; nothing rests on it.
+struct Cursor {
+    FileStat file;
+    std::int64_t byteOffset = 0;
+    double lastTs = 0.0;
+};
+
+// The text form as SQLite takes it: a NUL follows every name of an enumeration.
+template <typename Enum>
+const char* cText(Enum value) {
+    return UsageModel::text(value).data();
+}
+
+std::int64_t totalSize(std::span<const fs::path> files) {
+    std::int64_t total = 0;
+    for (const fs::path& file : files) total += fileStat(file).size;
+    return total;
+}
+
+/// One run over all files, within a transaction that its caller holds.
+class SyncRun {
+public:
+    SyncRun(SQLiteDB& db, LogLineParser& parser)
+        : db_(db),
+          parser_(parser),
+          insertEvent_(db.prepare(insertEvent)),
+          insertAnchor_(db.prepare(insertAnchor)),
+          upsertCursor_(db.prepare(upsertCursor)) {}
+
+    enum class Reading { onlyNew, everything };
+
+    /// Reads what the file holds behind its cursor. Returns false where there was nothing to look at.
+    bool visit(const fs::path& file, const FileStat& now, Reading reading);
+
+    [[nodiscard]] const SyncStats& stats() const { return stats_; }
+    [[nodiscard]] bool deletedRows() const { return deletedRows_; }
+
+private:
+    std::optional<Cursor> cursorOf(const fs::path& file);
+    Cursor startOf(const fs::path& file, const FileStat& now, const std::optional<Cursor>& cursor, Reading reading);
+    void deleteEventsOf(const fs::path& file);
+    void readFrom(Cursor& cursor, const fs::path& file);
+    void take(const UsageEvent& event, const fs::path& file);
+    void take(const Anchor& anchor);
+    void store(const Cursor& cursor, const fs::path& file);
+    void runDroppingErrors(SQLiteStmt& statement);
+
+    SQLiteDB& db_;
+    LogLineParser& parser_;
+    SQLiteStmt insertEvent_;
+    SQLiteStmt insertAnchor_;
+    SQLiteStmt upsertCursor_;
+    std::optional<SQLiteStmt> selectCursor_;
+    SyncStats stats_;
+    bool deletedRows_ = false;
+};
+
+bool SyncRun::visit(const fs::path& file, const FileStat& now, Reading reading) {
+    ++stats_.filesScanned;
+    const std::optional<Cursor> known = cursorOf(file);
+    Cursor cursor = startOf(file, now, known, reading);
+    const bool nothingNew =
+        known && reading == Reading::onlyNew && known->file.inode == now.inode && now.size == cursor.byteOffset;
+    if (nothingNew) return false;
+
+    readFrom(cursor, file);
+    store(cursor, file);
+    return true;
+}
+
+std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) try {
+    if (!selectCursor_) selectCursor_ = db_.prepare(selectCursor);
+    SQLiteStmt& query = *selectCursor_;
+    query.reset();
+    query.bind(1, file.c_str());
+    std::optional<Cursor> cursor;
+    if (query.step()) {
+        cursor = Cursor{
+            .file = {.size = query.integer(1), .mtime = query.real(2), .inode = query.integer(0)},
+            .byteOffset = query.integer(3),
+            .lastTs = query.real(4),
+        };
+    }
+    query.reset();
+    return cursor;
+} catch (const SQLiteError&) {
+    if (!db_.inTransaction()) throw;
+    return std::nullopt;
+}
+
+/// Where to begin: the old cursor where the file has only grown; else its beginning, without the rows it gave before.
+Cursor SyncRun::startOf(const fs::path& file, const FileStat& now, const std::optional<Cursor>& cursor,
+                        Reading reading) {
+    const Cursor beginning{.file = now, .byteOffset = 0, .lastTs = cursor ? cursor->lastTs : 0.0};
+    if (reading == Reading::onlyNew) {
+        if (!cursor) return beginning;
+        const bool onlyGrew = cursor->file.inode == now.inode && now.size >= cursor->file.size;
+        if (onlyGrew) return {.file = now, .byteOffset = cursor->byteOffset, .lastTs = cursor->lastTs};
+    }
+    deleteEventsOf(file);
+    return beginning;
+}
+
+void SyncRun::deleteEventsOf(const fs::path& file) {
+    deletedRows_ = true;
+    SQLiteStmt removal = db_.prepare(deleteEvents);
+    removal.bind(1, file.c_str());
+    removal.step();
+}
+
+void SyncRun::readFrom(Cursor& cursor, const fs::path& file) {
+    bool changed = false;
+    const LineTailReader reader{.url = file, .startOffset = static_cast<std::uint64_t>(cursor.byteOffset)};
+    const std::uint64_t end = reader.read([&](std::string_view line) {
+        const ParsedLine parsed = parser_.parse(line);
+        if (const auto* event = std::get_if<UsageEvent>(&parsed)) {
+            changed = true;
+            take(*event, file);
+            cursor.lastTs = std::max(cursor.lastTs, event->ts.secondsSince1970);
+        } else if (const auto* anchor = std::get_if<Anchor>(&parsed)) {
+            changed = true;
+            take(*anchor);
+        }
+    });
+    stats_.bytesRead += static_cast<std::int64_t>(end) - cursor.byteOffset;
+    stats_.filesChanged += changed ? 1 : 0;
+    cursor.byteOffset = static_cast<std::int64_t>(end);
+}
+
+void SyncRun::take(const UsageEvent& event, const fs::path& file) {
+    insertEvent_.reset();
+    insertEvent_.bind(1, event.ts.secondsSince1970);
+    insertEvent_.bind(2, event.sessionId.c_str());
+    insertEvent_.bind(3, file.c_str());
+    insertEvent_.bind(4, event.model.c_str());
+    insertEvent_.bind(5, cText(event.modelClass));
+    insertEvent_.bind(6, event.input);
+    insertEvent_.bind(7, event.output);
+    insertEvent_.bind(8, event.cacheCreation);
+    insertEvent_.bind(9, event.cacheRead);
+    if (event.effort) insertEvent_.bind(10, cText(*event.effort));
+    runDroppingErrors(insertEvent_);
+    ++stats_.eventsInserted;
+}
+
+void SyncRun::take(const Anchor& anchor) {
+    insertAnchor_.reset();
+    insertAnchor_.bind(1, anchor.ts.secondsSince1970);
+    insertAnchor_.bind(2, cText(anchor.source));
+    insertAnchor_.bind(3, cText(anchor.window));
+    insertAnchor_.bind(4, cText(anchor.kind));
+    if (anchor.usedFraction) insertAnchor_.bind(5, *anchor.usedFraction);
+    if (anchor.resetsAt) insertAnchor_.bind(6, anchor.resetsAt->secondsSince1970);
+    runDroppingErrors(insertAnchor_);
+    ++stats_.anchorsInserted;
+}
+
+void SyncRun::store(const Cursor& cursor, const fs::path& file) {
+    upsertCursor_.reset();
+    upsertCursor_.bind(1, file.c_str());
+    upsertCursor_.bind(2, cursor.file.inode);
+    upsertCursor_.bind(3, cursor.file.size);
+    upsertCursor_.bind(4, cursor.file.mtime);
+    upsertCursor_.bind(5, cursor.byteOffset);
+    upsertCursor_.bind(6, cursor.lastTs);
+    runDroppingErrors(upsertCursor_);
+}
+
+// A row that cannot be stored is lost alone. Where the failure has taken the whole transaction with it (a full disk, a
+// failing one), going on would store the later rows one by one, without their cursors, and count them twice next time.
+void SyncRun::runDroppingErrors(SQLiteStmt& statement) try { statement.step(); } catch (const SQLiteError&) {
+    if (!db_.inTransaction()) throw;
+}
+
+} // namespace
+
+SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& progress) {
+    const auto reading = meta("reingest_pending") == "1" ? SyncRun::Reading::everything : SyncRun::Reading::onlyNew;
+    const std::int64_t bytesTotal = totalSize(files);
+    const auto report = [&](const IngestProgress& reached) {
+        if (progress) progress(reached);
+    };
+
+    SyncRun run(db_, parser_);
+    Transaction transaction(db_);
+    std::int64_t bytesDone = 0;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const FileStat now = fileStat(files[i]);
+        const bool wasRead = run.visit(files[i], now, reading);
+        if (run.deletedRows()) cache_.forget();
+        bytesDone += now.size;
+        const bool due = !wasRead || i % filesPerReport == 0 || i + 1 == files.size();
+        if (due) report({.bytesDone = bytesDone, .bytesTotal = bytesTotal, .complete = false});
+    }
+    transaction.commit();
+
+    if (reading == SyncRun::Reading::everything) clearMeta("reingest_pending");
+    report({.bytesDone = bytesTotal, .bytesTotal = bytesTotal, .complete = true});
+    return run.stats();
+}
+
+} // namespace UsageIngest

@@ -1,0 +1,136 @@
+#include "UsageModel/Files.h"
+
+#include <cerrno>
+#include <memory>
+#include <system_error>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace UsageModel {
+
+namespace {
+
+constexpr mode_t ownersFolder = 0700;
+constexpr mode_t ownersFile = 0600;
+constexpr mode_t permissionBits = 07777;
+constexpr std::size_t wholeFileChunk = 65536;
+
+[[noreturn]] void fail(const char* verb, const std::filesystem::path& path, int error) {
+    throw std::system_error(error, std::generic_category(), std::string("cannot ") + verb + " " + path.string());
+}
+
+template <typename Call>
+auto retried(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) result = call();
+    return result;
+}
+
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+bool isFolder(const std::filesystem::path& folder, const dirent& entry) {
+    if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+    struct stat attributes {};
+    return lstat((folder / entry.d_name).c_str(), &attributes) == 0 && S_ISDIR(attributes.st_mode);
+}
+
+} // namespace
+
+FileStat fileStat(const std::filesystem::path& path) noexcept {
+    struct stat attributes {};
+    if (retried([&] { return stat(path.c_str(), &attributes); }) != 0) return {};
+    const auto& modified = attributes.st_mtim;
+    return {
+        .size = attributes.st_size,
+        .mtime = static_cast<double>(modified.tv_sec) + static_cast<double>(modified.tv_nsec) * 1e-9,
+        .inode = static_cast<std::int64_t>(attributes.st_ino),
+    };
+}
+
+ReadableFile::ReadableFile(const std::filesystem::path& path) : path_(path) {
+    // Without O_NONBLOCK the opening of a pipe that nobody writes to would wait for ever.
+    fd_ = retried([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
+    if (fd_ == -1) fail("open", path, errno);
+
+    struct stat attributes {};
+    const int status = fstat(fd_, &attributes);
+    const int error = status != 0                   ? errno
+                      : S_ISDIR(attributes.st_mode) ? EISDIR
+                      : S_ISREG(attributes.st_mode) ? 0
+                                                    : EINVAL;
+    if (error == 0) return;
+    close(std::exchange(fd_, -1));
+    fail("read", path, error);
+}
+
+ReadableFile::~ReadableFile() {
+    if (fd_ != -1) close(fd_);
+}
+
+void ReadableFile::seek(std::uint64_t offset) {
+    if (lseek(fd_, static_cast<off_t>(offset), SEEK_SET) == -1) fail("seek in", path_, errno);
+}
+
+std::size_t ReadableFile::read(std::span<char> into) {
+    const ssize_t count = retried([&] { return ::read(fd_, into.data(), into.size()); });
+    if (count == -1) fail("read", path_, errno);
+    return static_cast<std::size_t>(count);
+}
+
+std::string readWholeFile(const std::filesystem::path& path) {
+    ReadableFile file(path);
+    std::string content;
+    std::size_t filled = 0;
+    while (true) {
+        content.resize(filled + wholeFileChunk);
+        const std::size_t count = file.read(std::span(content).subspan(filled));
+        filled += count;
+        if (count == 0) break;
+    }
+    content.resize(filled);
+    return content;
+}
+
+std::vector<FolderEntry> folderEntries(const std::filesystem::path& folder) {
+    const std::unique_ptr<DIR, FolderCloser> open(opendir(folder.c_str()));
+    std::vector<FolderEntry> entries;
+    if (!open) return entries;
+    while (const dirent* entry = readdir(open.get())) {
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        entries.push_back({.name = std::string(name), .isFolder = isFolder(folder, *entry)});
+    }
+    return entries;
+}
+
+void createPrivateFolders(const std::filesystem::path& folder) {
+    if (folder.empty() || mkdir(folder.c_str(), ownersFolder) == 0) return;
+    if (errno == ENOENT && folder.has_parent_path() && folder.parent_path() != folder) {
+        createPrivateFolders(folder.parent_path());
+        if (mkdir(folder.c_str(), ownersFolder) == 0) return;
+    }
+    const int error = errno;
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(folder, ignored)) fail("create folder", folder, error);
+}
+
+void makePrivate(const std::filesystem::path& path) {
+    struct stat attributes {};
+    if (stat(path.c_str(), &attributes) != 0) fail("read the mode of", path, errno);
+    const mode_t wanted = S_ISDIR(attributes.st_mode) ? ownersFolder : ownersFile;
+    if ((attributes.st_mode & permissionBits) == wanted) return;
+    if (chmod(path.c_str(), wanted) != 0) fail("change the mode of", path, errno);
+}
+
+void createPrivateFile(const std::filesystem::path& path) {
+    const int fd = retried([&] { return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownersFile); });
+    if (fd == -1) fail("create", path, errno);
+    close(fd);
+}
+
+} // namespace UsageModel
