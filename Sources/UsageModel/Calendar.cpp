@@ -84,8 +84,9 @@ int Calendar::weekday(Date date) const {
 Date Calendar::settingMinuteToZero(Date date) const {
     const absl::CivilSecond clock = civil(date);
     if (clock.minute() == 0) return date;
-    const double intoHour = clock.minute() * 60 + clock.second() + fractionOfSecond(date);
-    return date + (secondsPerHour - intoHour);
+    // In whole seconds, so that nothing rounds; once more where a clock change of half an hour shifted the hours.
+    const double intoHour = clock.minute() * 60 + clock.second();
+    return settingMinuteToZero(toDate(wholeSecond(date)) + (secondsPerHour - intoHour));
 }
 
 bool Calendar::isSameSecond(Date a, Date b) {

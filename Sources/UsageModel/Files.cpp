@@ -108,11 +108,20 @@ std::vector<FolderEntry> folderEntries(const std::filesystem::path& folder) {
     return entries;
 }
 
+namespace {
+
+// The mask of the process takes bits away from the mode that mkdir is given; the owner's must stay.
+bool makeFolder(const std::filesystem::path& folder) {
+    return mkdir(folder.c_str(), ownersFolder) == 0 && chmod(folder.c_str(), ownersFolder) == 0;
+}
+
+} // namespace
+
 void createPrivateFolders(const std::filesystem::path& folder) {
-    if (folder.empty() || mkdir(folder.c_str(), ownersFolder) == 0) return;
+    if (folder.empty() || makeFolder(folder)) return;
     if (errno == ENOENT && folder.has_parent_path() && folder.parent_path() != folder) {
         createPrivateFolders(folder.parent_path());
-        if (mkdir(folder.c_str(), ownersFolder) == 0) return;
+        if (makeFolder(folder)) return;
     }
     const int error = errno;
     std::error_code ignored;
@@ -128,9 +137,15 @@ void makePrivate(const std::filesystem::path& path) {
 }
 
 void createPrivateFile(const std::filesystem::path& path) {
-    const int fd = retried([&] { return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownersFile); });
+    int fd = retried([&] { return open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownersFile); });
+    const bool made = fd != -1;
+    if (!made && errno == EEXIST)
+        fd = retried([&] { return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownersFile); });
     if (fd == -1) fail("create", path, errno);
+    // The mask of the process may have taken the owner's own bits away.
+    const int error = made && fchmod(fd, ownersFile) != 0 ? errno : 0;
     close(fd);
+    if (error != 0) fail("change the mode of", path, error);
 }
 
 } // namespace UsageModel

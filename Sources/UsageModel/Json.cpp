@@ -12,6 +12,8 @@ constexpr double twoTo63 = 9223372036854775808.0;
 nlohmann::json parse(std::string_view text) {
     // The library would skip the mark; a file of ours never has one, so such a file is somebody else's.
     if (text.starts_with(byteOrderMark)) throw Error("byte order mark");
+    // The library takes a NUL for the end of the text and would pass over whatever follows it; JSON has no raw NUL.
+    if (text.find('\0') != std::string_view::npos) throw Error("NUL");
     try {
         return nlohmann::json::parse(text);
     } catch (const nlohmann::json::exception& error) {
@@ -33,7 +35,8 @@ std::int64_t toInteger(const nlohmann::json& json) {
 
     detail::require(json.is_number_float(), "not a number");
     const double value = json.get<double>();
-    detail::require(value >= -twoTo63 && value < twoTo63 && std::trunc(value) == value, "not an integer");
+    // Exactly -2^63 is out too: the integers just below it round to it.
+    detail::require(value > -twoTo63 && value < twoTo63 && std::trunc(value) == value, "not an integer");
     return static_cast<std::int64_t>(value);
 }
 

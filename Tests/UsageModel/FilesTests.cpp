@@ -1,0 +1,364 @@
+#include "UsageModel/Files.h"
+
+#include <algorithm>
+#include <array>
+#include <future>
+#include <system_error>
+
+#include <gmock/gmock.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "Support/TemporaryFolder.h"
+
+namespace UsageModel {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+using TestSupport::writeFile;
+
+/// The error that a call throws; 0 where it throws none. The words of an error must name `path`.
+template <typename Call>
+int errorOf(const fs::path& path, Call call) {
+    try {
+        call();
+    } catch (const std::system_error& error) {
+        EXPECT_THAT(error.what(), HasSubstr(path.string()));
+        return error.code().value();
+    }
+    return 0;
+}
+
+mode_t modeOf(const fs::path& path) {
+    struct stat attributes {};
+    if (stat(path.c_str(), &attributes) != 0) throw std::system_error(errno, std::generic_category(), path.string());
+    return attributes.st_mode & 07777;
+}
+
+class Umask {
+public:
+    explicit Umask(mode_t mask) : before_(umask(mask)) {}
+    Umask(const Umask&) = delete;
+    Umask& operator=(const Umask&) = delete;
+    ~Umask() { umask(before_); }
+
+private:
+    mode_t before_;
+};
+
+class FilesTest : public testing::Test {
+protected:
+    TestSupport::TemporaryFolder folder;
+    fs::path file = folder / "file";
+};
+
+using FileStatTest = FilesTest;
+
+TEST_F(FileStatTest, TellsSizeTimeAndInode) {
+    writeFile(file, "12345");
+    const std::array<timespec, 2> times{timespec{1, 0}, timespec{1790000000, 250'000'000}};
+    ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), times.data(), 0), 0);
+    struct stat attributes {};
+    ASSERT_EQ(stat(file.c_str(), &attributes), 0);
+    EXPECT_EQ(fileStat(file),
+              (FileStat{.size = 5, .mtime = 1790000000.25, .inode = static_cast<std::int64_t>(attributes.st_ino)}));
+}
+
+TEST_F(FileStatTest, TellsATimeBefore1970) {
+    writeFile(file, "");
+    const std::array<timespec, 2> times{timespec{0, 0}, timespec{-2, 500'000'000}};
+    ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), times.data(), 0), 0);
+    EXPECT_EQ(fileStat(file).mtime, -1.5);
+}
+
+TEST_F(FileStatTest, FollowsLinks) {
+    writeFile(file, "12345");
+    fs::create_symlink(file, folder / "link");
+    EXPECT_EQ(fileStat(folder / "link"), fileStat(file));
+}
+
+TEST_F(FileStatTest, IsAllZeroWhereThereIsNothing) {
+    fs::create_symlink(folder / "nowhere", folder / "dangling");
+    fs::create_symlink(folder / "loop", folder / "loop");
+    writeFile(file, "12345");
+    for (const fs::path& path :
+         {folder / "missing", folder / "dangling", folder / "loop", file / "below", fs::path()}) {
+        EXPECT_EQ(fileStat(path), FileStat{}) << path;
+    }
+}
+
+using ReadableFileTest = FilesTest;
+
+TEST_F(ReadableFileTest, ReadsInPieces) {
+    writeFile(file, "abcdefg");
+    ReadableFile open(file);
+    std::array<char, 4> piece{};
+    EXPECT_EQ(open.read(piece), 4U);
+    EXPECT_EQ(std::string_view(piece.data(), 4), "abcd");
+    EXPECT_EQ(open.read(piece), 3U);
+    EXPECT_EQ(std::string_view(piece.data(), 3), "efg");
+    EXPECT_EQ(open.read(piece), 0U);
+}
+
+TEST_F(ReadableFileTest, SeesWhatIsAppendedBehindTheEnd) {
+    writeFile(file, "ab");
+    ReadableFile open(file);
+    std::array<char, 4> piece{};
+    EXPECT_EQ(open.read(piece), 2U);
+    EXPECT_EQ(open.read(piece), 0U);
+    TestSupport::appendFile(file, "c");
+    EXPECT_EQ(open.read(piece), 1U);
+    EXPECT_EQ(piece[0], 'c');
+}
+
+TEST_F(ReadableFileTest, SeeksToAnyPlace) {
+    writeFile(file, "abcdefg");
+    ReadableFile open(file);
+    std::array<char, 2> piece{};
+    open.seek(5);
+    EXPECT_EQ(open.read(piece), 2U);
+    EXPECT_EQ(piece, (std::array{'f', 'g'}));
+    open.seek(0);
+    EXPECT_EQ(open.read(piece), 2U);
+    EXPECT_EQ(piece, (std::array{'a', 'b'}));
+    open.seek(1'000'000);
+    EXPECT_EQ(open.read(piece), 0U);
+}
+
+TEST_F(ReadableFileTest, RefusesAPlaceThatNoFileHas) {
+    writeFile(file, "abc");
+    ReadableFile open(file);
+    EXPECT_EQ(errorOf(file, [&] { open.seek(std::numeric_limits<std::uint64_t>::max()); }), EINVAL);
+}
+
+TEST_F(ReadableFileTest, RefusesAFolder) {
+    EXPECT_EQ(errorOf(folder.path(), [&] { ReadableFile{folder.path()}; }), EISDIR);
+}
+
+TEST_F(ReadableFileTest, RefusesWhatIsNotThere) {
+    EXPECT_EQ(errorOf(file, [&] { ReadableFile{file}; }), ENOENT);
+    fs::create_symlink(folder / "nowhere", file);
+    EXPECT_EQ(errorOf(file, [&] { ReadableFile{file}; }), ENOENT) << "a dangling link";
+}
+
+TEST_F(ReadableFileTest, RefusesAPipeWithoutWaitingForItsWriter) {
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_EQ(errorOf(file, [&] { ReadableFile{file}; }), EINVAL);
+}
+
+TEST_F(ReadableFileTest, RefusesADevice) {
+    EXPECT_EQ(errorOf("/dev/zero", [&] { ReadableFile{"/dev/zero"}; }), EINVAL);
+}
+
+TEST_F(ReadableFileTest, KeepsNothingOpenWhereItRefuses) {
+    const auto openFiles = [] { return folderEntries("/proc/self/fd").size(); };
+    const std::size_t before = openFiles();
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(errorOf(folder.path(), [&] { ReadableFile{folder.path()}; }), EISDIR);
+    EXPECT_EQ(openFiles(), before);
+    writeFile(file, "abc");
+    { const ReadableFile open(file); }
+    EXPECT_EQ(openFiles(), before);
+}
+
+TEST_F(ReadableFileTest, MovesWithItsPlaceInTheFile) {
+    writeFile(file, "abcd");
+    writeFile(folder / "other", "xyz");
+    ReadableFile first(file);
+    std::array<char, 2> piece{};
+    EXPECT_EQ(first.read(piece), 2U);
+    ReadableFile moved(std::move(first));
+    EXPECT_EQ(moved.read(piece), 2U);
+    EXPECT_EQ(piece, (std::array{'c', 'd'}));
+
+    moved = ReadableFile(folder / "other");
+    EXPECT_EQ(moved.read(piece), 2U);
+    EXPECT_EQ(piece, (std::array{'x', 'y'}));
+}
+
+using ReadWholeFileTest = FilesTest;
+
+TEST_F(ReadWholeFileTest, GivesEveryByte) {
+    for (const std::size_t size : {0U, 1U, 65535U, 65536U, 65537U, 200'000U}) {
+        std::string content(size, '\0');
+        for (std::size_t i = 0; i < size; ++i) content[i] = static_cast<char>(i * 7);
+        writeFile(file, content);
+        EXPECT_EQ(readWholeFile(file), content) << size;
+    }
+}
+
+TEST_F(ReadWholeFileTest, ReadsThroughALink) {
+    writeFile(file, "abc");
+    fs::create_symlink(file, folder / "link");
+    EXPECT_EQ(readWholeFile(folder / "link"), "abc");
+}
+
+TEST_F(ReadWholeFileTest, ThrowsWhereThereIsNoFile) {
+    EXPECT_EQ(errorOf(file, [&] { (void)readWholeFile(file); }), ENOENT);
+    EXPECT_EQ(errorOf(folder.path(), [&] { (void)readWholeFile(folder.path()); }), EISDIR);
+}
+
+using FolderEntriesTest = FilesTest;
+
+TEST_F(FolderEntriesTest, NameEverythingButTheFolderAndItsParent) {
+    writeFile(folder / "file", "");
+    writeFile(folder / ".hidden", "");
+    fs::create_directory(folder / "sub");
+    fs::create_directory_symlink(folder / "sub", folder / "link");
+    fs::create_symlink(folder / "nowhere", folder / "dangling");
+
+    std::vector<std::pair<std::string, bool>> entries;
+    for (const FolderEntry& entry : folderEntries(folder.path())) entries.emplace_back(entry.name, entry.isFolder);
+    EXPECT_THAT(entries,
+                UnorderedElementsAre(std::pair("file", false), std::pair(".hidden", false), std::pair("sub", true),
+                                     std::pair("link", false), std::pair("dangling", false)));
+}
+
+TEST_F(FolderEntriesTest, AreNoneWhereThereIsNoFolderToRead) {
+    writeFile(file, "");
+    EXPECT_THAT(folderEntries(folder.path() / "missing"), IsEmpty());
+    EXPECT_THAT(folderEntries(file), IsEmpty());
+    fs::create_directory(folder / "empty");
+    EXPECT_THAT(folderEntries(folder / "empty"), IsEmpty());
+}
+
+using PrivateFoldersTest = FilesTest;
+
+TEST_F(PrivateFoldersTest, AreMadeForTheOwnerAloneWhateverTheMask) {
+    for (const mode_t mask : {mode_t{0}, mode_t{022}, mode_t{077}, mode_t{0177}, mode_t{0777}}) {
+        const fs::path top = folder.path() / std::to_string(mask);
+        {
+            const Umask during(mask);
+            createPrivateFolders(top / "b" / "c");
+        }
+        for (const fs::path& made : {top, top / "b", top / "b" / "c"}) EXPECT_EQ(modeOf(made), 0700U) << made;
+    }
+}
+
+TEST_F(PrivateFoldersTest, ThatExistKeepTheirModes) {
+    fs::create_directory(folder / "open");
+    fs::permissions(folder / "open", fs::perms(0755));
+    createPrivateFolders(folder / "open");
+    createPrivateFolders(folder / "open" / "new");
+    EXPECT_EQ(modeOf(folder / "open"), 0755U);
+    EXPECT_EQ(modeOf(folder / "open" / "new"), 0700U);
+}
+
+TEST_F(PrivateFoldersTest, MayBeReachedThroughALinkOrEndInASlash) {
+    fs::create_directory(folder / "real");
+    fs::create_directory_symlink(folder / "real", folder / "link");
+    createPrivateFolders(folder / "link");
+    createPrivateFolders(folder / "link" / "new");
+    EXPECT_TRUE(fs::is_directory(folder / "real" / "new"));
+    createPrivateFolders(folder.path() / "x" / "y" / "");
+    EXPECT_TRUE(fs::is_directory(folder.path() / "x" / "y"));
+}
+
+TEST_F(PrivateFoldersTest, OfNoNameAreNoWork) {
+    EXPECT_NO_THROW(createPrivateFolders({}));
+    EXPECT_NO_THROW(createPrivateFolders("/"));
+}
+
+TEST_F(PrivateFoldersTest, CannotBeMadeWhereAFileIsInTheWay) {
+    writeFile(file, "stays");
+    EXPECT_EQ(errorOf(file, [&] { createPrivateFolders(file); }), EEXIST);
+    EXPECT_EQ(errorOf(file / "below", [&] { createPrivateFolders(file / "below"); }), ENOTDIR);
+    EXPECT_EQ(readWholeFile(file), "stays");
+}
+
+TEST_F(PrivateFoldersTest, CannotBeMadeOfADanglingLink) {
+    fs::create_symlink(folder / "nowhere", file);
+    EXPECT_EQ(errorOf(file, [&] { createPrivateFolders(file); }), EEXIST);
+    EXPECT_FALSE(fs::exists(folder / "nowhere"));
+}
+
+TEST_F(PrivateFoldersTest, MayBeMadeByManyAtOnce) {
+    for (int round = 0; round < 50; ++round) {
+        const fs::path deep = folder.path() / std::to_string(round) / "a" / "b" / "c";
+        std::vector<std::future<void>> makers;
+        for (int i = 0; i < 4; ++i) {
+            makers.push_back(std::async(std::launch::async, [&] { createPrivateFolders(deep); }));
+        }
+        for (auto& maker : makers) EXPECT_NO_THROW(maker.get());
+        EXPECT_EQ(modeOf(deep), 0700U);
+    }
+}
+
+using MakePrivateTest = FilesTest;
+
+TEST_F(MakePrivateTest, LeavesTheOwnerAlone) {
+    writeFile(file, "stays");
+    fs::permissions(file, fs::perms(0777));
+    makePrivate(file);
+    EXPECT_EQ(modeOf(file), 0600U);
+    EXPECT_EQ(readWholeFile(file), "stays");
+
+    fs::create_directory(folder / "sub");
+    fs::permissions(folder / "sub", fs::perms(01777));
+    makePrivate(folder / "sub");
+    EXPECT_EQ(modeOf(folder / "sub"), 0700U);
+}
+
+TEST_F(MakePrivateTest, GivesTheOwnerWhatWasMissing) {
+    writeFile(file, "");
+    fs::permissions(file, fs::perms(0400));
+    makePrivate(file);
+    EXPECT_EQ(modeOf(file), 0600U);
+}
+
+TEST_F(MakePrivateTest, DoesNothingWhereThatIsSo) {
+    writeFile(file, "");
+    fs::permissions(file, fs::perms(0600));
+    struct stat before {};
+    struct stat after {};
+    ASSERT_EQ(stat(file.c_str(), &before), 0);
+    makePrivate(file);
+    ASSERT_EQ(stat(file.c_str(), &after), 0);
+    EXPECT_EQ(before.st_ctim.tv_sec, after.st_ctim.tv_sec);
+    EXPECT_EQ(before.st_ctim.tv_nsec, after.st_ctim.tv_nsec);
+}
+
+TEST_F(MakePrivateTest, ThrowsWhereThereIsNothing) {
+    EXPECT_EQ(errorOf(file, [&] { makePrivate(file); }), ENOENT);
+}
+
+using PrivateFileTest = FilesTest;
+
+TEST_F(PrivateFileTest, IsMadeForTheOwnerAloneWhateverTheMask) {
+    for (const mode_t mask : {mode_t{0}, mode_t{022}, mode_t{077}, mode_t{0177}, mode_t{0777}}) {
+        const fs::path path = folder.path() / std::to_string(mask);
+        {
+            const Umask during(mask);
+            createPrivateFile(path);
+        }
+        EXPECT_EQ(modeOf(path), 0600U) << "under mask " << mask;
+        EXPECT_EQ(fileStat(path).size, 0);
+    }
+}
+
+TEST_F(PrivateFileTest, ThatExistsKeepsItsContentAndItsMode) {
+    writeFile(file, "stays");
+    fs::permissions(file, fs::perms(0644));
+    createPrivateFile(file);
+    EXPECT_EQ(readWholeFile(file), "stays");
+    EXPECT_EQ(modeOf(file), 0644U);
+}
+
+TEST_F(PrivateFileTest, CannotBeMadeWhereItHasNoPlace) {
+    EXPECT_EQ(errorOf(folder.path(), [&] { createPrivateFile(folder.path()); }), EISDIR);
+    EXPECT_EQ(errorOf(folder / "missing" / "file", [&] { createPrivateFile(folder / "missing" / "file"); }), ENOENT);
+}
+
+TEST_F(PrivateFileTest, MayBeMadeByManyAtOnce) {
+    std::vector<std::future<void>> makers;
+    for (int i = 0; i < 8; ++i) makers.push_back(std::async(std::launch::async, [&] { createPrivateFile(file); }));
+    for (auto& maker : makers) EXPECT_NO_THROW(maker.get());
+    EXPECT_EQ(modeOf(file), 0600U);
+}
+
+} // namespace
+} // namespace UsageModel
