@@ -23,6 +23,12 @@ if(BRINDLEWICK_SANITIZERS)
     add_link_options(-fsanitize=${BRINDLEWICK_SANITIZERS})
 endif()
 
+if(BRINDLEWICK_FUZZERS)
+    # Coverage of all modules guides the fuzzers; only their programs get libFuzzer's main.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+endif()
+
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
     # The cache must be told that a precompiled header may stand in for the headers it was made from.

@@ -78,7 +78,7 @@ private:
     void take(const UsageEvent& event, const fs::path& file);
     void take(const Anchor& anchor);
     void store(const Cursor& cursor, const fs::path& file);
-    void runDroppingErrors(SQLiteStmt& statement);
+    bool succeeds(const std::function<void()>& operation);
 
     SQLiteDB& db_;
     LogLineParser& parser_;
@@ -103,13 +103,16 @@ bool SyncRun::visit(const fs::path& file, const FileStat& now, Reading reading) 
     return true;
 }
 
-std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) try {
-    if (!selectCursor_) selectCursor_ = db_.prepare(selectCursor);
+std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) {
+    const bool prepared = selectCursor_ || succeeds([&] { selectCursor_ = db_.prepare(selectCursor); });
+    if (!prepared) return std::nullopt;
+
     SQLiteStmt& query = *selectCursor_;
     query.reset();
     query.bind(1, file.c_str());
+    bool found = false;
     std::optional<Cursor> cursor;
-    if (query.step()) {
+    if (succeeds([&] { found = query.step(); }) && found) {
         cursor = Cursor{
             .file = {.size = query.integer(1), .mtime = query.real(2), .inode = query.integer(0)},
             .byteOffset = query.integer(3),
@@ -118,9 +121,6 @@ std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) try {
     }
     query.reset();
     return cursor;
-} catch (const SQLiteError&) {
-    if (!db_.inTransaction()) throw;
-    return std::nullopt;
 }
 
 /// Where to begin: the old cursor where the file has only grown; else its beginning, without the rows it gave before.
@@ -174,7 +174,7 @@ void SyncRun::take(const UsageEvent& event, const fs::path& file) {
     insertEvent_.bind(8, event.cacheCreation);
     insertEvent_.bind(9, event.cacheRead);
     if (event.effort) insertEvent_.bind(10, cText(*event.effort));
-    runDroppingErrors(insertEvent_);
+    succeeds([&] { insertEvent_.step(); });
     ++stats_.eventsInserted;
 }
 
@@ -186,7 +186,7 @@ void SyncRun::take(const Anchor& anchor) {
     insertAnchor_.bind(4, cText(anchor.kind));
     if (anchor.usedFraction) insertAnchor_.bind(5, *anchor.usedFraction);
     if (anchor.resetsAt) insertAnchor_.bind(6, anchor.resetsAt->secondsSince1970);
-    runDroppingErrors(insertAnchor_);
+    succeeds([&] { insertAnchor_.step(); });
     ++stats_.anchorsInserted;
 }
 
@@ -198,13 +198,20 @@ void SyncRun::store(const Cursor& cursor, const fs::path& file) {
     upsertCursor_.bind(4, cursor.file.mtime);
     upsertCursor_.bind(5, cursor.byteOffset);
     upsertCursor_.bind(6, cursor.lastTs);
-    runDroppingErrors(upsertCursor_);
+    succeeds([&] { upsertCursor_.step(); });
 }
 
-// A row that cannot be stored is lost alone. Where the failure has taken the whole transaction with it (a full disk, a
-// failing one), going on would store the later rows one by one, without their cursors, and count them twice next time.
-void SyncRun::runDroppingErrors(SQLiteStmt& statement) try { statement.step(); } catch (const SQLiteError&) {
-    if (!db_.inTransaction()) throw;
+// A cursor that cannot be read counts as none, and a row that cannot be stored is lost alone. But where the failure has
+// taken the whole transaction with it (a full disk, a failing one), going on would store the later rows one by one,
+// without their cursors, and count them twice next time.
+bool SyncRun::succeeds(const std::function<void()>& operation) {
+    try {
+        operation();
+        return true;
+    } catch (const SQLiteError&) {
+        if (!db_.inTransaction()) throw;
+        return false;
+    }
 }
 
 } // namespace

@@ -97,7 +97,9 @@ std::string readWholeFile(const std::filesystem::path& path) {
 }
 
 std::vector<FolderEntry> folderEntries(const std::filesystem::path& folder) {
-    const std::unique_ptr<DIR, FolderCloser> open(opendir(folder.c_str()));
+    DIR* opened = opendir(folder.c_str());
+    while (opened == nullptr && errno == EINTR) opened = opendir(folder.c_str());
+    const std::unique_ptr<DIR, FolderCloser> open(opened);
     std::vector<FolderEntry> entries;
     if (!open) return entries;
     while (const dirent* entry = readdir(open.get())) {
@@ -130,7 +132,7 @@ void createPrivateFolders(const std::filesystem::path& folder) {
 
 void makePrivate(const std::filesystem::path& path) {
     struct stat attributes {};
-    if (stat(path.c_str(), &attributes) != 0) fail("read the mode of", path, errno);
+    if (retried([&] { return stat(path.c_str(), &attributes); }) != 0) fail("read the mode of", path, errno);
     const mode_t wanted = S_ISDIR(attributes.st_mode) ? ownersFolder : ownersFile;
     if ((attributes.st_mode & permissionBits) == wanted) return;
     if (chmod(path.c_str(), wanted) != 0) fail("change the mode of", path, errno);

@@ -1,0 +1,125 @@
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include <unistd.h>
+
+#include "Report/Numbers.h"
+#include "Report/Options.h"
+#include "Report/ProgressBar.h"
+#include "Report/Report.h"
+#include "Report/ReportJson.h"
+#include "Report/ReportText.h"
+#include "UsageGauge/GaugeReader.h"
+#include "UsageIngest/IngestStore.h"
+#include "UsageIngest/LogDiscovery.h"
+#include "UsageModel/AppPaths.h"
+#include "UsageModel/Files.h"
+
+namespace {
+
+using namespace Report;
+using UsageIngest::IngestStore;
+using UsageModel::AppPaths;
+
+using Logs = std::vector<std::filesystem::path>;
+
+int complain(int status, const std::string& message) {
+    const std::string line = std::string(programName) + ": " + oneLine(message) + "\n";
+    std::fputs(line.c_str(), stderr);
+    return status;
+}
+
+int print(const std::string& text) {
+    if (std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return successStatus;
+    return complain(failedStatus, "cannot write to the standard output");
+}
+
+double secondsSince1970() {
+    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+double steadySeconds() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+bool isSet(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr && *value != '\0';
+}
+
+Style styleOfOutput() {
+    return isatty(STDOUT_FILENO) == 1 && !isSet("NO_COLOR") ? Style::coloured : Style::plain;
+}
+
+ProgressBar::Write terminalOfErrors() {
+    if (isatty(STDERR_FILENO) != 1) return {};
+    return [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
+}
+
+/// Absent, and said so, where the database cannot be opened.
+std::optional<IngestStore> openStore(const AppPaths& paths) try {
+    UsageModel::createPrivateFolders(paths.support());
+    UsageModel::makePrivate(paths.support());
+    return IngestStore(paths.database());
+} catch (const std::exception& error) {
+    complain(failedStatus, "cannot open the database " + paths.database().string() + ": " + error.what());
+    return std::nullopt;
+}
+
+int sync(IngestStore& store, const Logs& logs) try {
+    ProgressBar bar(terminalOfErrors(), steadySeconds);
+    store.sync(logs, [&](const UsageModel::IngestProgress& progress) { bar.show(progress); });
+    return successStatus;
+} catch (const std::exception& error) {
+    return complain(failedStatus, std::string("cannot read the logs; showing what was known before: ") + error.what());
+}
+
+int run(const Options& options) {
+    const AppPaths paths(options.home);
+    std::optional<IngestStore> store = openStore(paths);
+    if (!store) return failedStatus;
+    const Logs logs = UsageIngest::LogDiscovery(paths.sessionLogs()).discover();
+    const int syncStatus = sync(*store, logs);
+
+    const UsageIngest::EventList events = store->allEvents();
+    const UsageReport report = makeReport({
+        .events = *events,
+        .gauge = UsageGauge::GaugeReader{paths.gaugeFile()}.read(),
+        .now = options.now,
+        .calendar = options.calendar,
+        .logFiles = static_cast<std::int64_t>(logs.size()),
+    });
+    const int printStatus =
+        print(options.json ? reportJson(report) : reportText(report, paths.sessionLogs(), styleOfOutput()));
+    return syncStatus != successStatus ? syncStatus : printStatus;
+}
+
+int answer(const Answer& answer) {
+    return answer.status == successStatus ? print(answer.text) : complain(answer.status, answer.text);
+}
+
+} // namespace
+
+int main(int argc, char** argv) try {
+    // A reader that went away is a failed write, told like any other.
+    std::signal(SIGPIPE, SIG_IGN);
+    const Options defaults{
+        .home = AppPaths::currentHome(),
+        .now = UsageModel::Date{secondsSince1970()},
+        .calendar = UsageModel::Calendar::local(),
+    };
+    const auto read = readOptions({argv + std::min(argc, 1), argv + argc}, defaults);
+    const auto* options = std::get_if<Options>(&read);
+    return options != nullptr ? run(*options) : answer(std::get<Answer>(read));
+} catch (const std::exception& error) {
+    return complain(failedStatus, error.what());
+}

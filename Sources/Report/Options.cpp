@@ -1,0 +1,134 @@
+#include "Report/Options.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+#include <CLI/CLI.hpp>
+
+#include "Report/Numbers.h"
+
+namespace Report {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* purpose = "Brings the record of your Claude Code sessions up to date with their logs, and\n"
+                                "prints what they used: the official limits as last read; turns, tokens and\n"
+                                "weighted units of the last 5 hours, the last 7 days and all time, by model\n"
+                                "class; and the busiest days.";
+
+constexpr const char* afterword = R"(Units weigh tokens by what they cost: a million input tokens of Opus are 0.1.
+
+Examples:
+  brindlewick-report
+  brindlewick-report --json | jq .spans.fiveHours.total.tokens
+  brindlewick-report --home /backup/alex --now 1760000000 --time-zone Asia/Tokyo
+
+Exit status:
+  0  the report is printed, also where there are no logs yet
+  1  a log could not be read, the database not opened, or the report not
+     written; where only a log failed, the report shows what was known before
+  2  the options are wrong
+
+Files, below the home folder:
+  reads   .claude/projects/
+          the session logs
+  reads   Library/Application Support/Brindlewick/gauge.json
+          the official limits
+  writes  Library/Application Support/Brindlewick/usage.db
+          the record, readable by you alone
+
+Environment:
+  HOME      the home folder, where --home is not given
+  TZ        the time zone, where --time-zone is not given
+  NO_COLOR  where set and not empty, a terminal gets no bold or coloured text)";
+
+class Misuse : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Given {
+    std::optional<std::string> home;
+    std::optional<std::string> now;
+    std::optional<std::string> zone;
+    bool json = false;
+};
+
+void declare(CLI::App& app, Given& given) {
+    app.add_option("--home", given.home, "home folder whose logs to read (default: yours)")->type_name("DIR");
+    app.add_option("--now", given.now, "instant to report, since 1970 (default: the present)")->type_name("SECONDS");
+    app.add_option("--time-zone", given.zone, "zone such as Europe/Berlin (default: local)")->type_name("ZONE");
+    app.add_flag("--json", given.json, "print one JSON object, for scripts");
+    app.set_version_flag("--version", std::string(programName) + " " + REPORT_VERSION);
+    app.footer(afterword);
+    constexpr std::size_t optionColumn = 22; // leaves room for the descriptions in 80 columns
+    app.get_formatter()->column_width(optionColumn);
+}
+
+fs::path homeFolder(const std::optional<std::string>& given, const fs::path& standard) {
+    if (!given && standard.empty()) throw Misuse("cannot tell your home folder; name it with --home");
+    const fs::path home = given ? fs::path(*given) : standard;
+    std::error_code error;
+    if (!fs::is_directory(home, error)) throw Misuse("the home is not a folder: " + home.string());
+    if (!given || fs::equivalent(home, standard, error)) return standard;
+    const fs::path canonical = fs::canonical(home, error);
+    if (error) throw Misuse("the home cannot be reached: " + home.string());
+    return canonical;
+}
+
+UsageModel::Date instant(const std::string& given) {
+    double seconds = 0;
+    const char* end = given.data() + given.size();
+    const auto [rest, error] = std::from_chars(given.data(), end, seconds);
+    if (error != std::errc() || rest != end || !std::isfinite(seconds))
+        throw Misuse("--now takes a number of seconds since 1970, not: " + given);
+    return UsageModel::Date{seconds};
+}
+
+UsageModel::Calendar calendarOf(const std::string& zone) {
+    const auto calendar = UsageModel::Calendar::inZone(zone);
+    if (!calendar) throw Misuse("--time-zone takes a name such as Europe/Berlin, and knows none called: " + zone);
+    return *calendar;
+}
+
+Options checked(const Given& given, const Options& defaults) {
+    return {
+        .home = homeFolder(given.home, defaults.home),
+        .now = given.now ? instant(*given.now) : defaults.now,
+        .calendar = given.zone ? calendarOf(*given.zone) : defaults.calendar,
+        .json = given.json || defaults.json,
+    };
+}
+
+Answer misuse(const std::string& message) {
+    return {.status = misuseStatus, .text = oneLine(message) + " (see --help)"};
+}
+
+} // namespace
+
+std::variant<Options, Answer> readOptions(std::vector<std::string> arguments, const Options& defaults) {
+    Given given;
+    CLI::App app(purpose, std::string(programName));
+    declare(app, given);
+    std::ranges::reverse(arguments); // the parser takes them from the back
+    try {
+        app.parse(arguments);
+        return checked(given, defaults);
+    } catch (const CLI::CallForHelp&) {
+        return Answer{.status = successStatus, .text = app.help()};
+    } catch (const CLI::CallForVersion& version) {
+        return Answer{.status = successStatus, .text = std::string(version.what()) + "\n"};
+    } catch (const CLI::ParseError& error) {
+        return misuse(error.what());
+    } catch (const Misuse& error) {
+        return misuse(error.what());
+    }
+}
+
+} // namespace Report

@@ -1,0 +1,215 @@
+#include <fstream>
+
+#include <gmock/gmock.h>
+
+#include "Report/ProgramRun.h"
+#include "Support/TemporaryFolder.h"
+#include "UsageModel/AppPaths.h"
+#include "UsageModel/Files.h"
+#include "UsageModel/Json.h"
+#include "UsageModel/Rows.h"
+
+namespace Report {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+// 2026-03-01 10:20:30 in UTC
+constexpr const char* now = "1772360430";
+
+std::string line(const std::string& timestamp, const std::string& model, int input) {
+    return R"({"type":"assistant","timestamp":")" + timestamp + R"(","sessionId":"s","message":{"model":")" + model +
+           R"(","usage":{"input_tokens":)" + std::to_string(input) +
+           R"(,"output_tokens":20,"cache_creation_input_tokens":300,"cache_read_input_tokens":4000}}})" + "\n";
+}
+
+class ProgramTest : public testing::Test {
+protected:
+    void writeLog() const {
+        TestSupport::writeFile(log, line("2026-02-01T09:00:00.000Z", "claude-haiku-4", 1) +
+                                        line("2026-02-27T09:00:00.000Z", "claude-opus-4", 2) +
+                                        line("2026-03-01T09:00:00.000Z", "claude-opus-4", 4));
+    }
+    [[nodiscard]] Finished report(std::vector<std::string> arguments = {}, const std::string& redirection = "") const {
+        arguments.insert(arguments.end(), {"--now", now});
+        return runProgram(home.path(), arguments, redirection);
+    }
+    [[nodiscard]] json jsonReport() const { return UsageModel::Json::parse(report({"--json"}).out); }
+
+    TestSupport::TemporaryFolder home;
+    UsageModel::AppPaths paths{home.path()};
+    fs::path log = paths.sessionLogs() / "project" / "session.jsonl";
+};
+
+TEST_F(ProgramTest, AHomeWithoutLogsIsToldKindly) {
+    const Finished run = report();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr("There are no session logs yet."));
+    EXPECT_THAT(run.err, IsEmpty());
+}
+
+TEST_F(ProgramTest, AHomeWithoutLogsHasZerosForScripts) {
+    const json parsed = jsonReport();
+    EXPECT_EQ(parsed["logFiles"], 0);
+    EXPECT_EQ(parsed["spans"]["allTime"]["total"]["tokens"], 0);
+    EXPECT_TRUE(parsed["official"].is_null());
+}
+
+TEST_F(ProgramTest, SumsALog) {
+    writeLog();
+    const json spans = jsonReport()["spans"];
+    EXPECT_EQ(spans["fiveHours"]["total"]["turns"], 1);
+    EXPECT_EQ(spans["fiveHours"]["total"]["tokens"], 4324);
+    EXPECT_EQ(spans["sevenDays"]["byClass"]["opus"]["input"], 6);
+    EXPECT_EQ(spans["sevenDays"]["byClass"]["opus"]["output"], 40);
+    EXPECT_EQ(spans["sevenDays"]["byClass"]["opus"]["cacheCreation"], 600);
+    EXPECT_EQ(spans["sevenDays"]["byClass"]["opus"]["cacheRead"], 8000);
+    EXPECT_EQ(spans["allTime"]["byClass"]["haiku"]["input"], 1);
+    EXPECT_EQ(spans["allTime"]["total"]["turns"], 3);
+    EXPECT_DOUBLE_EQ(spans["fiveHours"]["total"]["units"].get<double>(), (4 + 100 + 375 + 400) * 1e-7);
+}
+
+TEST_F(ProgramTest, RunningTwiceGivesTheSameReport) {
+    writeLog();
+    const Finished first = report();
+    const Finished second = report();
+    EXPECT_THAT(first.out, HasSubstr("Busiest days"));
+    EXPECT_EQ(second.out, first.out);
+}
+
+TEST_F(ProgramTest, ALogThatGrewIsReadOn) {
+    writeLog();
+    EXPECT_EQ(jsonReport()["spans"]["allTime"]["total"]["turns"], 3);
+    TestSupport::appendFile(log, line("2026-03-01T10:00:00.000Z", "claude-opus-4", 8));
+    EXPECT_EQ(jsonReport()["spans"]["allTime"]["total"]["turns"], 4);
+}
+
+TEST_F(ProgramTest, TheSameHomeUnderAnotherNameCountsNothingTwice) {
+    writeLog();
+    const Finished first = report();
+    const TestSupport::TemporaryFolder elsewhere;
+    fs::create_directory_symlink(home.path(), elsewhere / "link");
+    EXPECT_EQ(report({"--home", elsewhere / "link"}).out, first.out);
+    const Finished foreign = runProgram(elsewhere.path(), {"--home", elsewhere / "link", "--now", now});
+    EXPECT_EQ(foreign.out, first.out);
+}
+
+TEST_F(ProgramTest, TellsTheOfficialLimits) {
+    TestSupport::writeFile(paths.gaugeFile(), R"({"capturedAt":1772360370,"source":"statusLine","windows":)"
+                                              R"({"five_hour":{"usedPercentage":12.5,"resetsAt":1772364030}}})");
+    const Finished run = report();
+    EXPECT_THAT(run.out, HasSubstr("Official limits, read 1 min ago\n"));
+    EXPECT_THAT(run.out, HasSubstr("12.5% used  resets in 1 h 0 min (Sun 2026-03-01 11:20)\n"));
+}
+
+TEST_F(ProgramTest, ADamagedGaugeFileIsNoReading) {
+    TestSupport::writeFile(paths.gaugeFile(), "{");
+    const Finished run = report();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr("no official reading yet"));
+}
+
+TEST_F(ProgramTest, AModelsNameIsNotPrinted) {
+    TestSupport::writeFile(log, line("2026-03-01T09:00:00.000Z", "evil\\u001b[31m-name", 4));
+    const Finished run = report();
+    EXPECT_THAT(run.out, HasSubstr("Other"));
+    EXPECT_THAT(run.out, Not(HasSubstr("evil")));
+    EXPECT_THAT(run.out, Not(HasSubstr("\x1b")));
+}
+
+TEST_F(ProgramTest, WhatItWritesIsForTheOwnerAlone) {
+    fs::create_directories(paths.support());
+    fs::permissions(paths.support(), fs::perms(0755));
+    writeLog();
+    EXPECT_EQ(report().status, 0);
+    EXPECT_EQ(fs::status(paths.support()).permissions(), fs::perms(0700));
+    EXPECT_EQ(fs::status(paths.database()).permissions(), fs::perms(0600));
+}
+
+TEST_F(ProgramTest, ADatabaseThatIsNoneIsLeftAsItIs) {
+    const std::string content =
+        "not a database at all, but long enough to be taken for one at first sight: " + std::string(4096, 'x');
+    TestSupport::writeFile(paths.database(), content);
+    writeLog();
+    const Finished run = report();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.out, IsEmpty());
+    EXPECT_EQ(lineCount(run.err), 1U);
+    EXPECT_THAT(run.err, StartsWith("brindlewick-report: cannot open the database "));
+    EXPECT_EQ(UsageModel::readWholeFile(paths.database()), content);
+}
+
+TEST_F(ProgramTest, ALogThatCannotBeReadLeavesTheEarlierReport) {
+    writeLog();
+    const Finished before = report();
+    TestSupport::appendFile(log, line("2026-03-01T10:00:00.000Z", "claude-opus-4", 8));
+    fs::create_directories(paths.sessionLogs() / "x.jsonl");
+    const Finished run = report();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, before.out);
+    EXPECT_EQ(lineCount(run.err), 1U);
+    EXPECT_THAT(run.err, HasSubstr("x.jsonl"));
+    EXPECT_EQ(report({"--json"}).status, 1);
+    EXPECT_EQ(jsonReport()["spans"]["allTime"]["total"]["turns"], 3);
+}
+
+TEST_F(ProgramTest, ClosedOutputIsAFailure) {
+    const Finished run = report({}, ">&-");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "brindlewick-report: cannot write to the standard output\n");
+}
+
+TEST_F(ProgramTest, AFullDeviceIsAFailure) {
+    const Finished run = report({}, ">/dev/full");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "brindlewick-report: cannot write to the standard output\n");
+    EXPECT_EQ(report({"--help"}, ">/dev/full").status, 1);
+}
+
+TEST_F(ProgramTest, AReaderThatWentAwayIsAFailure) {
+    // The reader ends at once; the pause lets it be gone before the program writes.
+    const fs::path status = home / "status";
+    const std::string command = std::string("{ sleep 0.2; env -i HOME='") + home.path().string() + "' '" +
+                                REPORT_PROGRAM + "' 2>/dev/null; echo $? >'" + status.string() + "'; } | :";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(UsageModel::readWholeFile(status), "1\n");
+}
+
+TEST_F(ProgramTest, HelpAndVersionTouchNothing) {
+    EXPECT_EQ(report({"--help"}).status, 0);
+    EXPECT_EQ(report({"--version"}).status, 0);
+    EXPECT_TRUE(fs::is_empty(home.path()));
+}
+
+struct MisuseRow : TestSupport::Named {
+    std::vector<std::string> arguments;
+};
+
+class MisuseTest : public ProgramTest, public testing::WithParamInterface<MisuseRow> {};
+
+TEST_P(MisuseTest, IsOneLineAndStatusTwo) {
+    const Finished run = runProgram(home.path(), GetParam().arguments);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.out, IsEmpty());
+    EXPECT_EQ(lineCount(run.err), 1U);
+    EXPECT_THAT(run.err, StartsWith("brindlewick-report: "));
+    EXPECT_TRUE(fs::is_empty(home.path()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, MisuseTest,
+                         testing::Values(MisuseRow{{"unknown option"}, {"--frobnicate"}},
+                                         MisuseRow{{"missing value"}, {"--now"}},
+                                         MisuseRow{{"now is no number"}, {"--now", "soon"}},
+                                         MisuseRow{{"now is not finite"}, {"--now", "nan"}},
+                                         MisuseRow{{"unknown zone"}, {"--time-zone", "Mars/Olympus"}},
+                                         MisuseRow{{"home is no folder"}, {"--home", "/dev/null"}},
+                                         MisuseRow{{"stray argument"}, {"a\nb"}}),
+                         TestSupport::rowName);
+
+} // namespace
+} // namespace Report
