@@ -77,7 +77,7 @@ fs::path homeFolder(const std::optional<std::string>& given, const fs::path& sta
     std::error_code error;
     if (!fs::is_directory(home, error)) throw Misuse("the home is not a folder: " + home.string());
     if (!given || fs::equivalent(home, standard, error)) return standard;
-    const fs::path canonical = fs::canonical(home, error);
+    fs::path canonical = fs::canonical(home, error);
     if (error) throw Misuse("the home cannot be reached: " + home.string());
     return canonical;
 }

@@ -23,7 +23,9 @@ Speaker speakerOf(const FilePlan& plan) {
 } // namespace
 
 Conversation::Conversation(Pen& pen)
-    : pen_(pen), meter_(pen.random()), model_(pickModel(pen.era(), speakerOf(pen.plan()), pen.random())),
+    : pen_(pen),
+      meter_(pen.random()),
+      model_(pickModel(pen.era(), speakerOf(pen.plan()), pen.random())),
       effort_(pickEffort(pen.era(), model_, pen.random())) {}
 
 Tally Conversation::run() {
@@ -71,8 +73,10 @@ void Conversation::ask(const Message& message) {
     const ToolCall call = newCall();
     count(message, AssistantLines::putToolUse(pen_, message, call));
     SideLines::putAroundTool(pen_, call);
-    if (call.tool == Tool::Read && pen_.random().chance(1, 120)) UserLines::putImage(pen_, call);
-    else UserLines::putResult(pen_, call);
+    if (call.tool == Tool::Read && pen_.random().chance(1, 120))
+        UserLines::putImage(pen_, call);
+    else
+        UserLines::putResult(pen_, call);
 }
 
 void Conversation::hitLimit() {

@@ -40,9 +40,8 @@ constexpr Models slugModels{
 constexpr Models titleModels{{"claude-opus-4-6", "claude-sonnet-4-6", "claude-haiku-4-5", "claude-sonnet-4-5-20250929"},
                              {45, 42, 5, 8},
                              {8, 40, 47, 5}};
-constexpr Models effortModels{{"claude-opus-5", "claude-fable-1", "claude-sonnet-4-6", "claude-haiku-4-5"},
-                              {56, 14, 24, 6},
-                              {10, 2, 40, 48}};
+constexpr Models effortModels{
+    {"claude-opus-5", "claude-fable-1", "claude-sonnet-4-6", "claude-haiku-4-5"}, {56, 14, 24, 6}, {10, 2, 40, 48}};
 
 const Models& modelsOf(Era era) {
     switch (era) {

@@ -23,13 +23,19 @@ void putPadded(std::string& out, std::uint64_t number, std::size_t width) {
 } // namespace
 
 Pen::Pen(const FilePlan& plan, LogFile& file, Random& random)
-    : plan_(plan), file_(file), random_(random), dialect_(pickDialect(plan.age, random)), frame_(frame()) {}
+    : plan_(plan),
+      file_(file),
+      random_(random),
+      dialect_(pickDialect(plan.age, random)),
+      frame_(frame()) {}
 
 std::string& Pen::beginFramed() {
     std::string& out = beginBare();
     put(out, R"({"parentUuid":)");
-    if (lastUuid_.empty()) put(out, "null");
-    else put(out, "\"", lastUuid_, "\"");
+    if (lastUuid_.empty())
+        put(out, "null");
+    else
+        put(out, "\"", lastUuid_, "\"");
     put(out, R"(,"isSidechain":)", plan_.kind == FileKind::SubAgent ? "true," : "false,");
     if (era() < Era::Titles) put(out, frame_, ",");
     return out;

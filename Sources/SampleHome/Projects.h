@@ -23,9 +23,9 @@ inline constexpr std::array<Project, 7> projects{{
 }};
 
 inline constexpr std::array<std::string_view, 12> fileNames{
-    "src/reader/tail.cpp", "src/reader/tail.h",   "src/store/schema.sql", "web/index.ts",
-    "web/views/week.tsx",  "tests/test_tail.py",  "README.md",            "docs/Übersicht.md",
-    "CMakeLists.txt",      "config/default.json", "src/lib.rs",           "scripts/release",
+    "src/reader/tail.cpp", "src/reader/tail.h", "src/store/schema.sql", "web/index.ts",   "web/views/week.tsx",
+    "tests/test_tail.py",  "README.md",         "docs/Übersicht.md",    "CMakeLists.txt", "config/default.json",
+    "src/lib.rs",          "scripts/release",
 };
 
 } // namespace SampleHome

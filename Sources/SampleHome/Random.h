@@ -30,7 +30,8 @@ public:
     /// True in `count` of `outOf` cases.
     bool chance(std::uint64_t count, std::uint64_t outOf) { return below(outOf) < count; }
 
-    template <typename T, std::size_t N> const T& pick(const std::array<T, N>& choices) {
+    template <typename T, std::size_t N>
+    const T& pick(const std::array<T, N>& choices) {
         return choices[below(N)];
     }
 

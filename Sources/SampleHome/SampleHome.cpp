@@ -32,7 +32,7 @@ void requireSensible(const Options& options) {
 /// Creates `.claude` itself as the last step, so that two makers cannot both take a home.
 fs::path claimClaudeFolder(const fs::path& home) {
     std::error_code error;
-    const fs::path claude = home / ".claude";
+    fs::path claude = home / ".claude";
     if (fs::exists(fs::symlink_status(claude, error))) throw HomeOccupied(claude.string() + " exists already");
     fs::create_directories(home, error);
     if (error) fail("create", home, error);

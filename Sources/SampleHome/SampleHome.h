@@ -9,12 +9,12 @@
 namespace SampleHome {
 
 struct Options {
-    std::filesystem::path home;         ///< folder to fill; created, with its parents, where it does not exist
-    std::uint64_t seed = 1;             ///< another seed is another person
-    std::uint64_t bytes = 20'000'000;   ///< wished size of all logs together; reached within about one line
-    double now = 0;                     ///< seconds since 1970, the end of the history: no line is later
-    int days = 60;                      ///< length of the history that ends at `now`, 1 to 3650
-    std::size_t files = 0;              ///< wished number of log files, sub-agents' included; 0 is a natural number
+    std::filesystem::path home;       ///< folder to fill; created, with its parents, where it does not exist
+    std::uint64_t seed = 1;           ///< another seed is another person
+    std::uint64_t bytes = 20'000'000; ///< wished size of all logs together; reached within about one line
+    double now = 0;                   ///< seconds since 1970, the end of the history: no line is later
+    int days = 60;                    ///< length of the history that ends at `now`, 1 to 3650
+    std::size_t files = 0;            ///< wished number of log files, sub-agents' included; 0 is a natural number
 };
 
 /// Tokens by billed category, of one turn or summed over many.
@@ -35,7 +35,7 @@ struct Summary {
     std::uint64_t turns = 0;         ///< billed assistant lines: not synthetic, with at least one token
     std::uint64_t limitMessages = 0; ///< synthetic lines that tell, in recognisable words, that a limit was hit
     std::uint64_t bytes = 0;         ///< size of the complete lines, line feeds included
-    Tokens tokens;                ///< over all `turns`
+    Tokens tokens;                   ///< over all `turns`
 
     bool operator==(const Summary&) const = default;
 };

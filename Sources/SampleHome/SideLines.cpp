@@ -167,8 +167,10 @@ void putAgentProgress(Pen& pen, const ToolCall& call) {
     for (std::uint64_t i = 0; i < messages; ++i) {
         std::string& out = pen.beginFramed();
         put(out, R"("type":"progress","data":{"message":)");
-        if (i % 2 == 1) putHelperMessage(pen, out, helper);
-        else putHelperResult(pen, out);
+        if (i % 2 == 1)
+            putHelperMessage(pen, out, helper);
+        else
+            putHelperResult(pen, out);
         put(out, tail);
         endProgress(pen, call);
     }

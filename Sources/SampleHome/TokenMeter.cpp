@@ -32,7 +32,9 @@ void putIterations(std::string& out, Era era, const Tokens& tokens) {
 
 } // namespace
 
-TokenMeter::TokenMeter(Random& random) : context_(random.between(12'000, 24'000)), limit_(random.between(150'000, 190'000)) {}
+TokenMeter::TokenMeter(Random& random)
+    : context_(random.between(12'000, 24'000)),
+      limit_(random.between(150'000, 190'000)) {}
 
 Tokens TokenMeter::nextMessage(Random& random) {
     const Tokens tokens{.input = inputTokens.draw(random),

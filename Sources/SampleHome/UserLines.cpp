@@ -114,8 +114,7 @@ void putGrepResult(Pen& pen, const ToolCall& call) {
 
 void putTodoResult(Pen& pen, const ToolCall& call) {
     putResultLine(
-        pen, call,
-        R"("Todos have been modified successfully. Ensure that you continue to use the todo list.")",
+        pen, call, R"("Todos have been modified successfully. Ensure that you continue to use the todo list.")",
         R"({"oldTodos":[],"newTodos":[{"content":"Read the reader","status":"completed","activeForm":"Reading"},)"
         R"({"content":"Write the test","status":"in_progress","activeForm":"Writing the test"}]})");
 }
@@ -124,7 +123,8 @@ void putFetchResult(Pen& pen, const ToolCall& call) {
     const std::string text = drawText(pen, reportBytes, TextPool::prose());
     std::string details;
     put(details, R"({"bytes":)", text.size() * 31, R"(,"code":200,"codeText":"OK","result":")", text,
-        R"(","durationMs":)", pen.random().between(400, 14'000), R"(,"url":"https://example.org/manual/readers.html"})");
+        R"(","durationMs":)", pen.random().between(400, 14'000),
+        R"(,"url":"https://example.org/manual/readers.html"})");
     putResultLine(pen, call, inQuotes(text), details);
 }
 
@@ -159,8 +159,10 @@ void putPrompt(Pen& pen) {
         R"(,"permissionMode":"acceptEdits","origin":{"kind":"human"},"promptSource":"cli")";
     constexpr std::string_view middle =
         R"(,"thinkingMetadata":{"level":"high","disabled":false,"triggers":[]},"todos":[],"permissionMode":"default")";
-    if (pen.era() >= Era::Titles) putPlainText(pen, promptBytes, newest);
-    else putPlainText(pen, promptBytes, pen.era() == Era::Plain ? std::string_view{} : middle);
+    if (pen.era() >= Era::Titles)
+        putPlainText(pen, promptBytes, newest);
+    else
+        putPlainText(pen, promptBytes, pen.era() == Era::Plain ? std::string_view{} : middle);
 }
 
 void putResult(Pen& pen, const ToolCall& call) {

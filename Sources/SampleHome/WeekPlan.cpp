@@ -16,8 +16,8 @@ constexpr std::int64_t day = 1440 * minute;
 
 // From Sunday on, as std::chrono counts them.
 constexpr std::array<std::uint64_t, 7> weekdayLoad{22, 100, 115, 110, 105, 82, 18};
-constexpr std::array<unsigned, 24> hourLoad{2,  1,  0,  0,  0,  0,  1,  3,  9,  20, 25, 22,
-                                            10, 18, 25, 23, 20, 14, 8,  4,  5,  6,  4,  2};
+constexpr std::array<unsigned, 24> hourLoad{2,  1,  0,  0,  0,  0,  1, 3, 9, 20, 25, 22,
+                                            10, 18, 25, 23, 20, 14, 8, 4, 5, 6,  4,  2};
 
 constexpr Spread dayMood{{35, 50, 75, 100, 130, 160, 200, 230, 240}};
 constexpr Spread sessionMinutes{{4, 12, 26, 55, 100, 160, 250, 300, 320}};
@@ -91,8 +91,7 @@ std::int64_t startOn(std::int64_t dayNumber, const History& history, Random& ran
 
 std::vector<Pause> pausesOf(Random& random) {
     std::vector<Pause> pauses(random.below(4));
-    for (Pause& pause : pauses)
-        pause = {.afterShare = random.between(50, 950), .lengthShare = random.between(30, 200)};
+    for (Pause& pause : pauses) pause = {.afterShare = random.between(50, 950), .lengthShare = random.between(30, 200)};
     std::ranges::sort(pauses, {}, &Pause::afterShare);
     return pauses;
 }
@@ -183,7 +182,7 @@ void shareOut(std::uint64_t bytes, std::vector<FilePlan>& plans) {
     }
     for (FilePlan& plan : plans) {
         const std::uint64_t proportion = plan.bytes;
-        plan.bytes = bytes * proportion / total;
+        plan.bytes = total == 0 ? 0 : bytes * proportion / total;
         bytes -= plan.bytes;
         total -= proportion;
     }

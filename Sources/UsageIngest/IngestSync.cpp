@@ -11,7 +11,6 @@ namespace UsageIngest {
 namespace {
 
 using UsageModel::Anchor;
-using UsageModel::Date;
 using UsageModel::FileStat;
 using UsageModel::fileStat;
 using UsageModel::IngestProgress;

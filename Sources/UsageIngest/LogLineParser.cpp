@@ -1,6 +1,7 @@
 #include "UsageIngest/LogLineParser.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <string>
 #include <vector>

@@ -1,6 +1,10 @@
 #include "UsageGauge/GaugeReader.h"
 
+#include <cstdint>
+#include <string>
+
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "Support/TemporaryFolder.h"
 
@@ -41,17 +45,81 @@ TEST_P(NoReading, IsNoneAndAssertsNothing) {
 
 INSTANTIATE_TEST_SUITE_P(Contents, NoReading,
                          testing::Values("", R"({"capturedAt":1,"source":"statusLine"})",
+                                         R"({"source":"a","windows":{}})", R"({"capturedAt":1,"windows":{}})",
+                                         R"({"capturedAt":null,"source":"a","windows":{}})",
+                                         R"({"capturedAt":1,"source":"a","windows":{"five_hour":42}})",
+                                         R"({"capturedAt":1,"source":"a","windows":{"x":{"resetsAt":"5"}}})",
+                                         R"({"capturedAt":1,"source":"a","windows":{}}{})",
                                          R"({"capturedAt":"1","source":"statusLine","windows":{}})",
                                          R"({"capturedAt":1,"source":"statusLine","windows":{"five_)", "[]", "null",
                                          "\xEF\xBB\xBF{\"capturedAt\":1,\"source\":\"a\",\"windows\":{}}",
                                          R"({"capturedAt":1e400,"source":"a","windows":{}})"));
 
-TEST(GaugeReader, MissingFileFolderAndHugeFileAreNone) {
+TEST(GaugeReader, AMissingFileAndAFolderAreNoReading) {
     const TemporaryFolder folder;
-    EXPECT_FALSE(GaugeReader{folder / "absent.json"}.read());
-    EXPECT_FALSE(GaugeReader{folder.path()}.read());
-    TestSupport::writeFile(folder / "gauge.json", std::string(good) + std::string(2 << 20, ' '));
+    for (const auto& path : {folder / "absent.json", folder / "absent/gauge.json", folder.path()}) {
+        const GaugeReader reader{path};
+        EXPECT_FALSE(reader.read());
+        EXPECT_TRUE(reader.anchors().empty());
+    }
+}
+
+TEST(GaugeReader, TakesTheNameOfThePolledSource) {
+    const TemporaryFolder folder;
+    TestSupport::writeFile(folder / "gauge.json",
+                           R"({"capturedAt":1,"source":"oauth","windows":)"
+                           R"({"seven_day_opus":{"usedPercentage":0},"x":{"usedPercentage":1}}})");
+    const auto anchors = GaugeReader{folder / "gauge.json"}.anchors();
+    ASSERT_EQ(anchors.size(), 1U);
+    EXPECT_EQ(anchors[0].source, UsageModel::AnchorSource::oauth);
+    EXPECT_EQ(anchors[0].window, UsageModel::WindowKind::weeklyOpus);
+}
+
+TEST(GaugeReader, ReadsAReadingThatAssertsNothing) {
+    const TemporaryFolder folder;
+    TestSupport::writeFile(folder / "gauge.json",
+                           R"({"capturedAt":1,"source":"a","windows":{"five_hour":{"resetsAt":5},"seven_day":{}}})");
+    const GaugeReader reader{folder / "gauge.json"};
+    EXPECT_TRUE(reader.read());
+    EXPECT_TRUE(reader.anchors().empty());
+}
+
+TEST(GaugeReader, TakesAnOldReadingAsItIs) {
+    const TemporaryFolder folder;
+    TestSupport::writeFile(folder / "gauge.json", R"({"capturedAt":-1,"source":"a","windows":{}})");
+    EXPECT_EQ(GaugeReader{folder / "gauge.json"}.read()->capturedAt, -1.0);
+}
+
+TEST(GaugeReader, DoesNotWaitForAPipe) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "gauge.json").c_str(), 0600), 0);
     EXPECT_FALSE(GaugeReader{folder / "gauge.json"}.read());
+}
+
+TEST(GaugeReader, RefusesWhatIsLargerThanAnyGauge) {
+    constexpr std::size_t largest = 1 << 20;
+    const TemporaryFolder folder;
+    const GaugeReader reader{folder / "gauge.json"};
+    std::string padded = good;
+    padded.resize(largest, ' ');
+    TestSupport::writeFile(reader.url, padded);
+    EXPECT_TRUE(reader.read());
+    TestSupport::writeFile(reader.url, padded + ' ');
+    EXPECT_FALSE(reader.read());
+    // Were it read before it is refused, this would take all memory there is.
+    std::filesystem::resize_file(reader.url, std::uintmax_t{1} << 40);
+    EXPECT_FALSE(reader.read());
+}
+
+TEST(GaugeReader, SurvivesDeepNesting) {
+    const TemporaryFolder folder;
+    const std::string depth(250000, '[');
+    const GaugeReader reader{folder / "gauge.json"};
+    TestSupport::writeFile(reader.url, depth);
+    EXPECT_FALSE(reader.read());
+    TestSupport::writeFile(reader.url, R"({"capturedAt":1,"source":"a","windows":{},"more":)" + depth +
+                                           std::string(depth.size(), ']') + "}");
+    EXPECT_TRUE(reader.read());
 }
 
 TEST(GaugeReader, HasNoMemory) {
@@ -61,6 +129,8 @@ TEST(GaugeReader, HasNoMemory) {
     EXPECT_TRUE(reader.read());
     TestSupport::writeFile(folder / "gauge.json", "{");
     EXPECT_FALSE(reader.read());
+    TestSupport::writeFile(folder / "gauge.json", good);
+    EXPECT_TRUE(reader.read());
 }
 
 } // namespace

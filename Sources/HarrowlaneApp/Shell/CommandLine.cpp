@@ -33,7 +33,8 @@ std::optional<std::string> valueOf(std::string_view name, std::span<const std::s
     return *(found + 1);
 }
 
-// A decimal number and nothing else. A sign in front is taken, as everywhere; words such as "inf" are no decimals.
+// As one writes a decimal number anywhere: "2", "+2", "-0.5", ".5", "5.", "1e3". No "0x10", "inf" and "nan", which a
+// general number parser would take: none of them is decimal. Nor "1e999" and "1e-999", for which there is no double.
 std::optional<double> decimal(std::string_view text) {
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     const bool plain = !text.empty() && text.find_first_not_of("0123456789.eE+-") == std::string_view::npos;

@@ -22,7 +22,8 @@ struct Job {
     Kind kind = Kind::application;
     /// The path of the file or folder to write, unchanged. Empty for `notifyTest` and `application`.
     std::string path;
-    /// Pixels a point. Told by `--scale` for `dumpMenuBar` alone.
+    /// Pixels a point. Told by `--scale` for `dumpMenuBar` alone: any finite number, also 0 or a negative one. Where
+    /// the argument behind the first `--scale` is not a decimal number as a whole, it stays at 4.
     double scale = 4.0;
 
     friend bool operator==(const Job&, const Job&) = default;
