@@ -82,6 +82,19 @@ std::optional<Anchor> toAnchor(const SQLiteStmt& row) {
     };
 }
 
+// Two processes that make the same new file meet here, where SQLite does not wait for a lock as it does elsewhere.
+void applySettings(SQLiteDB& db) {
+    constexpr int pauseMilliseconds = 10;
+    for (int waited = 0;; waited += pauseMilliseconds) {
+        try {
+            return db.exec(connectionSettings);
+        } catch (const SQLiteError& error) {
+            if (error.code() != SQLITE_BUSY || waited >= SQLiteDB::busyTimeoutMilliseconds) throw;
+        }
+        sqlite3_sleep(pauseMilliseconds);
+    }
+}
+
 SQLiteDB openFile(const std::filesystem::path& path) {
     UsageModel::createPrivateFolders(path.parent_path());
     SQLiteDB db(path.native());
@@ -100,7 +113,7 @@ IngestStore IngestStore::inMemory() {
 }
 
 IngestStore::IngestStore(SQLiteDB db) : db_(std::move(db)) {
-    db_.exec(connectionSettings);
+    applySettings(db_);
     Transaction migration(db_);
     migrate();
     migration.commit();

@@ -20,15 +20,21 @@ using UsageModel::WindowKind;
 
 constexpr std::string_view pattern = "(session|weekly|opus)[^\u00B7]*limit[^\u00B7]*\u00B7[^0-9]*resets\\s+"
                                      "(\\d{1,2}):?(\\d{2})?\\s*([ap]m)?\\s*\\(([^)]+)\\)";
+// A true message takes some hundred steps; a contrived one must not hold up the import of everything else.
+constexpr std::uint32_t mostSteps = 100000;
 enum Group { keyword = 1, hourDigits, minuteDigits, meridiem, zoneName };
 
 struct CodeFree {
     void operator()(pcre2_code* code) const { pcre2_code_free(code); }
 };
+struct ContextFree {
+    void operator()(pcre2_match_context* context) const { pcre2_match_context_free(context); }
+};
 struct MatchFree {
     void operator()(pcre2_match_data* match) const { pcre2_match_data_free(match); }
 };
 using Code = std::unique_ptr<pcre2_code, CodeFree>;
+using Context = std::unique_ptr<pcre2_match_context, ContextFree>;
 using Match = std::unique_ptr<pcre2_match_data, MatchFree>;
 
 PCRE2_SPTR bytes(std::string_view text) {
@@ -41,8 +47,15 @@ Code compilePattern() {
     constexpr std::uint32_t options = PCRE2_UTF | PCRE2_UCP | PCRE2_CASELESS;
     Code code(pcre2_compile(bytes(pattern), pattern.size(), options, &error, &where, nullptr));
     if (!code) throw std::logic_error("the pattern of limit messages does not compile");
-    pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE); // without it the interpreter matches the same
+    // Not compiled further to machine code, which would count no steps: these messages are rare and short.
     return code;
+}
+
+Context boundedContext() {
+    Context context(pcre2_match_context_create(nullptr));
+    if (!context) throw std::bad_alloc();
+    pcre2_set_match_limit(context.get(), mostSteps);
+    return context;
 }
 
 std::optional<std::string_view> group(std::string_view text, pcre2_match_data* match, Group number) {
@@ -116,9 +129,10 @@ std::optional<Date> resetTime(std::string_view text, pcre2_match_data* match, Da
 
 std::optional<LimitMessage> readLimitMessage(std::string_view text, Date ts) {
     static const Code code = compilePattern();
+    static const Context context = boundedContext();
     const Match match(pcre2_match_data_create_from_pattern(code.get(), nullptr));
     if (!match) throw std::bad_alloc();
-    if (pcre2_match(code.get(), bytes(text), text.size(), 0, 0, match.get(), nullptr) < 0) return std::nullopt;
+    if (pcre2_match(code.get(), bytes(text), text.size(), 0, 0, match.get(), context.get()) < 0) return std::nullopt;
 
     return LimitMessage{
         .window = windowOf(group(text, match.get(), keyword).value_or("")),

@@ -23,9 +23,7 @@ namespace fs = std::filesystem;
 
 std::string limitLine(const std::string& timestamp) {
     return R"({"type":"assistant","timestamp":")" + timestamp +
-           R"(","message":{"model":"<synthetic>","content":"session limit · resets 3pm (UTC)"
-}
-})" + "\n";
+           R"x(","message":{"model":"<synthetic>","content":"session limit · resets 3pm (UTC)"}})x" + "\n";
 }
 
 class IngestSyncTest : public testing::Test {

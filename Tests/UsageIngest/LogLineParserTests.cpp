@@ -58,19 +58,21 @@ const std::string good = turn(R"("input_tokens":1)");
 INSTANTIATE_TEST_SUITE_P(
     Lines, IgnoredLine,
     testing::Values(
-        "", "{}", "{", "[]", "12", "// assistant", R"({"type":"user"})", R"({"type":"assistant"})", R"({"type":"Assistant"})",
-        turn(""), turn(R"("input_tokens":0,"output_tokens":0)"), turn(R"("input_tokens":-5,"output_tokens":5)"),
-        turn(R"("input_tokens":1)", "", R"("sessionId":"s",)"), turn(R"("input_tokens":1)", "", R"("timestamp":"2026-03-01T10:20",)"),
-        turn(R"("input_tokens":"1")"), turn(R"("input_tokens":1.5)"), turn(R"("input_tokens":[1])"),
-        turn(R"("input_tokens":true)"), turn(R"("input_tokens":9223372036854775808)"), turn(R"("input_tokens":1e19)"),
-        turn(R"("input_tokens":1e400)"), turn(R"("input_tokens":123456789012345678901234567890)"),
-        turn(R"("input_tokens":1)", R"("model":7,)"), turn(R"("input_tokens":1)", "", R"("sessionId":[],"timestamp":"2026-03-01T10:20:30Z",)"),
-        turn(R"("input_tokens":1)", "", R"("effort":3,"timestamp":"2026-03-01T10:20:30Z",)"), good + "x", good + " {}", good.substr(0, good.size() - 1),
-        "\xEF\xBB\xBF" + good, turn(R"("input_tokens":1)", "\"x\":\"\xff\","), turn(R"("input_tokens":1)", R"("x":"\ud800",)"),
-        turn(R"("input_tokens":1)", R"("x":"\udc00",)"), turn(R"("input_tokens":1)", R"("x":"\udc00\ud800",)"),
+        "", "{}", "{", "[]", "12", "// assistant", R"({"type":"user"})", R"({"type":"assistant"})",
+        R"({"type":"Assistant"})", turn(""), turn(R"("input_tokens":0,"output_tokens":0)"),
+        turn(R"("input_tokens":-5,"output_tokens":5)"), turn(R"("input_tokens":1)", "", R"("sessionId":"s",)"),
+        turn(R"("input_tokens":1)", "", R"("timestamp":"2026-03-01T10:20",)"), turn(R"("input_tokens":"1")"),
+        turn(R"("input_tokens":1.5)"), turn(R"("input_tokens":[1])"), turn(R"("input_tokens":true)"),
+        turn(R"("input_tokens":9223372036854775808)"), turn(R"("input_tokens":1e19)"), turn(R"("input_tokens":1e400)"),
+        turn(R"("input_tokens":123456789012345678901234567890)"), turn(R"("input_tokens":1)", R"("model":7,)"),
+        turn(R"("input_tokens":1)", "", R"("sessionId":[],"timestamp":"2026-03-01T10:20:30Z",)"),
+        turn(R"("input_tokens":1)", "", R"("effort":3,"timestamp":"2026-03-01T10:20:30Z",)"), good + "x", good + " {}",
+        good.substr(0, good.size() - 1), "\xEF\xBB\xBF" + good, turn(R"("input_tokens":1)", "\"x\":\"\xff\","),
+        turn(R"("input_tokens":1)", R"("x":"\ud800",)"), turn(R"("input_tokens":1)", R"("x":"\udc00",)"),
+        turn(R"("input_tokens":1)", R"("x":"\udc00\ud800",)"),
         turn(R"("input_tokens":1)", std::string("\"x\":\"\0\",", 8)), std::string(10000, '[') + "assistant",
         synthetic("5"), synthetic("null"), synthetic(R"([{"text":7}])"), synthetic(R"("No response requested.")"),
-        synthetic(R"("session limit · resets Mon 5pm (UTC)")")));
+        synthetic(R"x("session limit · resets Mon 5pm (UTC)")x")));
 
 TEST(LogLineParser, AbsentAndNullCountsAreZero) {
     const auto only = std::get<UsageEvent>(parsed(turn(R"("cache_read_input_tokens":1,"input_tokens":null)")));
