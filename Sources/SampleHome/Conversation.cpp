@@ -49,7 +49,6 @@ void Conversation::exchange() {
     count(last, AssistantLines::putText(pen_, last));
     SideLines::putAfterAnswer(pen_);
     if (random.chance(1, 60)) AssistantLines::putSynthetic(pen_, SyntheticTexts::harmless(random));
-    if (meter_.isFull()) compact();
 }
 
 /// One message of the service and the work that it asks for. False when something put an end to the exchange.
@@ -59,10 +58,11 @@ bool Conversation::step() {
         hitLimit();
         return false;
     }
+    if (meter_.isFull()) compact();
     if (random.chance(1, 400)) SideLines::putOddity(pen_);
     const Message message = newMessage();
-    if (random.chance(3, 10)) count(message, AssistantLines::putThinking(pen_, message));
-    if (random.chance(1, 5)) count(message, AssistantLines::putText(pen_, message));
+    if (random.chance(2, 5)) count(message, AssistantLines::putThinking(pen_, message));
+    if (random.chance(1, 4)) count(message, AssistantLines::putText(pen_, message));
     ask(message);
     if (!random.chance(1, 80)) return true;
     UserLines::putInterruption(pen_);

@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -25,13 +26,16 @@ double currentTime() {
 
 void declare(CLI::App& app, SampleHome::Options& options, double& megabytes) {
     app.add_option("--home", options.home, "folder to fill; must not hold a .claude yet")->required();
-    app.add_option("--seed", options.seed, "another seed is another person")->capture_default_str();
+    app.add_option("--seed", options.seed, "another seed is another person")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
     CLI::Option* size = app.add_option("--megabytes", megabytes, "size of all logs, in millions of bytes (default 20)");
     size->check(CLI::Range(0.001, 1e6));
     app.add_option("--bytes", options.bytes, "the same in bytes")->check(CLI::Range(1.0, 1e12))->excludes(size);
     app.add_option("--days", options.days, "length of the history")->check(CLI::Range(1, 3650))->capture_default_str();
     app.add_option("--now", options.now, "end of the history, in seconds since 1970 (default: the current time)");
-    app.add_option("--files", options.files, "number of log files (default: a natural one)");
+    app.add_option("--files", options.files, "number of log files (default: a natural one)")
+        ->check(CLI::NonNegativeNumber);
 }
 
 int make(const SampleHome::Options& options) {
@@ -56,6 +60,8 @@ int main(int argc, char** argv) {
     declare(app, options, megabytes);
     try {
         app.parse(argc, argv);
+        // The range check lets it pass, as it compares false with both ends.
+        if (std::isnan(megabytes)) throw CLI::ValidationError("--megabytes", "not a number");
         if (megabytes > 0) options.bytes = static_cast<std::uint64_t>(megabytes * 1e6);
         return make(options);
     } catch (const CLI::CallForHelp& help) {

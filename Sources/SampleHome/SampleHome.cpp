@@ -17,6 +17,8 @@ namespace fs = std::filesystem;
 namespace {
 
 void requireSensible(const Options& options) {
+    // An empty path would mean the current folder, which may well be somebody's real home.
+    if (options.home.empty()) throw std::invalid_argument("the home must be named");
     // A forecast would find nothing to say about years before, and timestamps have room for four digits.
     constexpr double earliest = 315532800;
     constexpr double latest = 221845392000;

@@ -49,11 +49,11 @@ public:
 /// Writes `<home>/.claude/projects` with one file per session, and those of sub-agents below
 /// `<project>/<session>/subagents`. Equal options give the same files, byte for byte; their modification times are
 /// those of their last lines. Memory does not grow with the size.
-/// The natural number of files is one per 400 KB, but about one a day as long as that leaves 40 KB for each. A wished
+/// The natural number of files is one per 400 KB, but about two a day as long as that leaves 40 KB for each. A wished
 /// number is lowered where files would be under 4 KB.
 /// Throws HomeOccupied, before anything is written, for a home in use; std::runtime_error with path and reason when
-/// a file or folder cannot be written, and what was written until then stays; std::invalid_argument for days outside
-/// their range or a `now` that lies before 1980 or after 9000.
+/// a file or folder cannot be written, and what was written until then stays; std::invalid_argument for an empty
+/// home, days outside their range, or a `now` that lies before 1980 or after 9000.
 Summary makeSampleHome(const Options& options);
 
 } // namespace SampleHome

@@ -13,9 +13,9 @@ namespace {
 constexpr Spread titleBytes{{8, 12, 16, 24, 36, 50, 60, 60, 60}};
 constexpr Spread promptBytes{{3, 20, 45, 90, 200, 300, 1200, 2000, 3000}};
 constexpr Spread noticeBytes{{0, 0, 20, 90, 400, 1500, 2800, 3000, 3000}};
-constexpr Spread attachmentBytes{{0, 0, 20, 70, 260, 1200, 9000, 20000, 30000}};
+constexpr Spread attachmentBytes{{0, 0, 10, 40, 160, 1000, 9000, 20000, 30000}};
 constexpr Spread consoleBytes{{0, 0, 0, 20, 160, 900, 4000, 8000, 9000}};
-constexpr Spread taskPromptBytes{{200, 500, 900, 1600, 2400, 3200, 5000, 6000, 6000}};
+constexpr Spread taskPromptBytes{{20, 50, 90, 400, 1800, 3000, 5000, 6000, 6000}};
 
 /// A bare line with one text of its own: `{"type":…,<key>:…,<middle>"sessionId":…}`.
 struct NoteLine {
@@ -97,7 +97,7 @@ void putAttachment(Pen& pen) {
 /// What the newest version writes in the place of progress lines.
 void putNotices(Pen& pen) {
     Random& random = pen.random();
-    if (random.chance(3, 5)) putAttachment(pen);
+    if (random.chance(3, 4)) putAttachment(pen);
     if (random.chance(1, 5)) putTitles(pen);
     if (random.chance(1, 8)) putQueueOperation(pen, "enqueue");
 }
@@ -210,12 +210,12 @@ void putAroundTool(Pen& pen, const ToolCall& call) {
     if (pen.era() == Era::Efforts) return putNotices(pen);
     if (call.tool == Tool::Task) return putAgentProgress(pen, call);
     Random& random = pen.random();
-    if (random.chance(2, 3)) putHookProgress(pen, call, "PreToolUse");
+    if (random.chance(4, 5)) putHookProgress(pen, call, "PreToolUse");
     if (call.tool == Tool::Bash && random.chance(1, 2)) {
         const std::uint64_t count = random.between(1, 6);
         for (std::uint64_t i = 0; i < count; ++i) putBashProgress(pen, call, 2 + i);
     }
-    if (random.chance(2, 3)) putHookProgress(pen, call, "PostToolUse");
+    if (random.chance(4, 5)) putHookProgress(pen, call, "PostToolUse");
 }
 
 void putCompactBoundary(Pen& pen, std::uint64_t tokens) {

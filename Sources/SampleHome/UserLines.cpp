@@ -11,10 +11,10 @@ namespace SampleHome::UserLines {
 namespace {
 
 constexpr Spread promptBytes{{3, 15, 35, 80, 240, 900, 5000, 20000, 40000}};
-constexpr Spread outputBytes{{0, 0, 0, 30, 300, 1900, 15000, 36000, 40000}};
-constexpr Spread fileBytes{{40, 200, 600, 1600, 4600, 9500, 26000, 70000, 120000}};
+constexpr Spread outputBytes{{0, 0, 0, 5, 140, 1700, 18000, 45000, 60000}};
+constexpr Spread fileBytes{{10, 30, 100, 1200, 5000, 11000, 30000, 80000, 120000}};
 constexpr Spread originalBytes{{200, 900, 2200, 5000, 10000, 19000, 50000, 120000, 250000}};
-constexpr Spread findingBytes{{0, 0, 30, 180, 1000, 3800, 14000, 30000, 40000}};
+constexpr Spread findingBytes{{0, 0, 0, 50, 800, 3800, 14000, 30000, 40000}};
 constexpr Spread reportBytes{{300, 800, 1600, 3200, 6000, 9000, 15000, 20000, 24000}};
 constexpr Spread imageBytes{{20000, 50000, 80000, 130000, 220000, 380000, 800000, 1000000, 1200000}};
 
@@ -80,8 +80,8 @@ void putReadResult(Pen& pen, const ToolCall& call) {
 
 void putEditResult(Pen& pen, const ToolCall& call) {
     const std::string path = pathOf(pen, call);
-    // Newer versions leave the file out when it is large or was read before: half of the time.
-    const bool isLeftOut = pen.era() >= Era::Slugs && pen.random().chance(1, 2);
+    // Newer versions mostly leave out what the file held before.
+    const bool isLeftOut = pen.era() >= Era::Slugs && pen.random().chance(2, 3);
     const std::string original = isLeftOut ? "" : drawText(pen, originalBytes, TextPool::code());
     const std::string change = drawText(pen, findingBytes, TextPool::code());
     std::string content;

@@ -19,10 +19,10 @@ constexpr std::array<std::uint64_t, 7> weekdayLoad{22, 100, 115, 110, 105, 82, 1
 constexpr std::array<unsigned, 24> hourLoad{2,  1,  0,  0,  0,  0,  1, 3, 9, 20, 25, 22,
                                             10, 18, 25, 23, 20, 14, 8, 4, 5, 6,  4,  2};
 
-constexpr Spread dayMood{{35, 50, 75, 100, 130, 160, 200, 230, 240}};
-constexpr Spread sessionMinutes{{4, 12, 26, 55, 100, 160, 250, 300, 320}};
+constexpr Spread dayMood{{50, 65, 80, 100, 125, 150, 190, 220, 230}};
+constexpr Spread sessionMinutes{{4, 16, 32, 58, 95, 150, 240, 300, 320}};
 // Kilobytes for a minute's work, in tenths; only the proportions matter.
-constexpr Spread intensity{{8, 20, 32, 50, 80, 120, 210, 260, 300}};
+constexpr Spread intensity{{15, 28, 38, 50, 66, 88, 140, 190, 220}};
 
 struct History {
     std::int64_t start = 0;
@@ -37,9 +37,9 @@ struct FileCounts {
 std::size_t naturalFiles(const Options& options) {
     constexpr std::uint64_t naturalSize = 400'000;
     constexpr std::uint64_t smallestNaturalSize = 40'000;
-    // A sub-agent for every fourth file leaves about one session a day.
-    const auto oneADay = static_cast<std::uint64_t>(options.days) * 13 / 10;
-    return std::max(options.bytes / naturalSize, std::min(oneADay, options.bytes / smallestNaturalSize));
+    // A quarter are sub-agents' and weekends are calm, which leaves about two sessions for a working day.
+    const auto twoADay = static_cast<std::uint64_t>(options.days) * 2;
+    return std::max(options.bytes / naturalSize, std::min(twoADay, options.bytes / smallestNaturalSize));
 }
 
 FileCounts fileCounts(const Options& options) {

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
+#include <latch>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -70,9 +71,12 @@ public:
     /// What is already in the queue stays there. A watch that is dead is let alone.
     void unwatch(int watch) const { inotify_rm_watch(events_.get(), watch); }
 
+    /// Lets `run` go on: not before all that a call may touch, the watcher's thread itself included, is in its place.
+    void begin() { begun_.count_down(); }
     void quit() const { eventfd_write(quit_.get(), 1); }
 
     void run() const {
+        begun_.wait();
         while (wait(std::nullopt) == Wake::events) {
             if (!takeChanges()) continue;
             if (wait(Clock::now() + debounce) == Wake::quit) return;
@@ -129,6 +133,7 @@ private:
 
     Descriptor events_;
     Descriptor quit_;
+    std::latch begun_{1};
     std::string fileName_;
     std::function<void()> onChange_;
 };
@@ -149,13 +154,13 @@ void GaugeWatcher::start() {
         UsageModel::createPrivateFolders(directory_);
     } catch (const std::system_error&) {
     }
-    const int watch = lookout_->watch(directory_);
-    if (watch == noWatch) return;
+    watch_ = lookout_->watch(directory_);
+    if (watch_ == noWatch || thread_.joinable()) return;
     try {
-        if (!thread_.joinable()) thread_ = std::jthread([lookout = lookout_] { lookout->run(); });
-        watch_ = watch;
+        thread_ = std::jthread([lookout = lookout_] { lookout->run(); });
+        lookout_->begin();
     } catch (const std::system_error&) {
-        lookout_->unwatch(watch);
+        stop();
     }
 }
 
