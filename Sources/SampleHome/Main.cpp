@@ -5,8 +5,10 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <limits>
 #include <string>
 
 namespace {
@@ -27,7 +29,7 @@ double currentTime() {
 void declare(CLI::App& app, SampleHome::Options& options, double& megabytes) {
     app.add_option("--home", options.home, "folder to fill; must not hold a .claude yet")->required();
     app.add_option("--seed", options.seed, "another seed is another person")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CLI::Range(std::int64_t{0}, std::numeric_limits<std::int64_t>::max()))
         ->capture_default_str();
     CLI::Option* size = app.add_option("--megabytes", megabytes, "size of all logs, in millions of bytes (default 20)");
     size->check(CLI::Range(0.001, 1e6));
@@ -35,7 +37,7 @@ void declare(CLI::App& app, SampleHome::Options& options, double& megabytes) {
     app.add_option("--days", options.days, "length of the history")->check(CLI::Range(1, 3650))->capture_default_str();
     app.add_option("--now", options.now, "end of the history, in seconds since 1970 (default: the current time)");
     app.add_option("--files", options.files, "number of log files (default: a natural one)")
-        ->check(CLI::NonNegativeNumber);
+        ->check(CLI::Range(0, 1'000'000));
 }
 
 int make(const SampleHome::Options& options) {

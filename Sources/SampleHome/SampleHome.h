@@ -48,7 +48,7 @@ public:
 
 /// Writes `<home>/.claude/projects` with one file per session, and those of sub-agents below
 /// `<project>/<session>/subagents`. Equal options give the same files, byte for byte; their modification times are
-/// those of their last lines. Memory does not grow with the size.
+/// the ends of their sessions. Memory does not grow with the size.
 /// The natural number of files is one per 400 KB, but about two a day as long as that leaves 40 KB for each. A wished
 /// number is lowered where files would be under 4 KB.
 /// Throws HomeOccupied, before anything is written, for a home in use; std::runtime_error with path and reason when
