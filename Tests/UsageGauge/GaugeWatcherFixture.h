@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
@@ -99,6 +100,24 @@ protected:
             writeFile(clockFolder_ / "gauge.json", "");
             ASSERT_TRUE(ticks_.reach(next));
         }
+    }
+
+    /// Makes a call due, beyond the mere change: comes back once the thread of a watcher that notes its calls here has
+    /// seen the change and sleeps over the span.
+    void makeCallDue(GaugeWatcher& watcher) {
+        watcher.start();
+        changeGauge();
+        ASSERT_TRUE(calls_.reach(1));
+        const Effort inCall = calls_.effort();
+        awaitSwitches(inCall.thread, inCall.switches + 1);
+        changeGauge();
+        awaitSwitches(inCall.thread, inCall.switches + 2);
+        ASSERT_EQ(calls_.count(), 1);
+    }
+
+    static void awaitSwitches(pid_t thread, long switches) {
+        const auto end = Clock::now() + patience;
+        while (voluntarySwitches(thread) < switches && Clock::now() < end) std::this_thread::yield();
     }
 
     void expectChangesAreToldAfter(int calls) {
