@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "UsageIngest/Schema.h"
 #include "UsageModel/Files.h"
 
 namespace UsageIngest {
@@ -19,22 +20,6 @@ using UsageModel::WindowKind;
 
 constexpr const char* connectionSettings =
     "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA foreign_keys=ON;";
-
-constexpr const char* schema = R"(CREATE TABLE IF NOT EXISTS meta(key TEXT PRIMARY KEY, value TEXT);
-CREATE TABLE IF NOT EXISTS file_cursor(
-    path TEXT PRIMARY KEY, inode INTEGER, size INTEGER,
-    mtime REAL, byte_offset INTEGER, last_ts REAL);
-CREATE TABLE IF NOT EXISTS usage_event(
-    ts REAL NOT NULL, session_id TEXT, file_path TEXT NOT NULL,
-    model TEXT, model_class TEXT,
-    input INTEGER, output INTEGER, cache_creation INTEGER, cache_read INTEGER,
-    effort TEXT);
-CREATE INDEX IF NOT EXISTS ix_event_ts ON usage_event(ts);
-CREATE INDEX IF NOT EXISTS ix_event_path ON usage_event(file_path);
-CREATE TABLE IF NOT EXISTS anchor(
-    ts REAL NOT NULL, source TEXT, window TEXT, kind TEXT,
-    used_fraction REAL, resets_at REAL,
-    UNIQUE(ts, window, source));)";
 
 constexpr const char* schemaVersion = "2";
 constexpr std::string_view eventTable = "usage_event";
@@ -120,7 +105,7 @@ IngestStore::IngestStore(SQLiteDB db) : db_(std::move(db)) {
 }
 
 void IngestStore::migrate() {
-    db_.exec(schema);
+    db_.exec(std::string(Schema::tables) + Schema::eventIndexes);
     // Rows from before the column hold no effort; only a fresh reading of the logs can fill it.
     if (addColumnIfMissing(std::string(eventTable), "effort", "TEXT")) setMeta("reingest_pending", "1");
     // Nothing is written where nothing changes: opening then leaves the file as it is.

@@ -3,6 +3,7 @@
 
 #include "UsageIngest/IngestStore.h"
 #include "UsageIngest/LineTailReader.h"
+#include "UsageIngest/Schema.h"
 #include "UsageModel/EnumText.h"
 #include "UsageModel/Files.h"
 
@@ -49,6 +50,13 @@ std::int64_t totalSize(std::span<const fs::path> files) {
     std::int64_t total = 0;
     for (const fs::path& file : files) total += fileStat(file).size;
     return total;
+}
+
+/// Nothing was stored yet, so that no row has to be found while the logs are read.
+bool isUntouched(SQLiteDB& db) {
+    SQLiteStmt query =
+        db.prepare("SELECT NOT EXISTS(SELECT 1 FROM usage_event) AND NOT EXISTS(SELECT 1 FROM file_cursor);");
+    return query.step() && query.integer(0) == 1;
 }
 
 /// One run over all files, within a transaction that its caller holds.
@@ -224,6 +232,9 @@ SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& pro
 
     SyncRun run(db_, parser_);
     Transaction transaction(db_);
+    // Building the indexes once over all rows costs half of keeping them up row by row.
+    const bool isFirstImport = isUntouched(db_);
+    if (isFirstImport) db_.exec(Schema::dropEventIndexes);
     std::int64_t bytesDone = 0;
     for (std::size_t i = 0; i < files.size(); ++i) {
         const FileStat now = fileStat(files[i]);
@@ -233,6 +244,7 @@ SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& pro
         const bool due = !wasRead || i % filesPerReport == 0 || i + 1 == files.size();
         if (due) report({.bytesDone = bytesDone, .bytesTotal = bytesTotal, .complete = false});
     }
+    if (isFirstImport) db_.exec(Schema::eventIndexes);
     transaction.commit();
 
     if (reading == SyncRun::Reading::everything) clearMeta("reingest_pending");

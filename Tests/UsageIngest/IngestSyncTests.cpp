@@ -47,6 +47,14 @@ protected:
         return row.step() ? row.real(0) : -1;
     }
 
+    [[nodiscard]] std::vector<std::string> indexes() const {
+        UsageIngest::SQLiteDB db(database_.native());
+        auto rows = db.prepare("SELECT name FROM sqlite_master WHERE name LIKE 'ix%' ORDER BY name;");
+        std::vector<std::string> names;
+        while (rows.step()) names.emplace_back(rows.text(0));
+        return names;
+    }
+
     TemporaryFolder folder_;
     fs::path database_ = folder_ / "support/usage.db";
     IngestStore store_{database_};
@@ -71,6 +79,17 @@ TEST_F(IngestSyncTest, CountsWhatItDid) {
               static_cast<std::int64_t>(fs::file_size(log("a")) + fs::file_size(log("b")) + fs::file_size(log("c"))));
     EXPECT_EQ(counts(), onceEach(1, 2));
     EXPECT_EQ(store_.anchors().size(), 1U);
+}
+
+TEST_F(IngestSyncTest, TheFirstImportLeavesTheIndexesWhereverItEnds) {
+    const std::vector<std::string> both{"ix_event_path", "ix_event_ts"};
+    write("a", line(1));
+    const std::vector<fs::path> files{log("a"), log("missing")};
+    EXPECT_THROW(store_.sync(files), std::system_error);
+    EXPECT_EQ(indexes(), both);
+    sync();
+    EXPECT_EQ(indexes(), both);
+    EXPECT_EQ(counts(), onceEach(1, 1));
 }
 
 TEST_F(IngestSyncTest, ASecondSyncAddsNothing) {

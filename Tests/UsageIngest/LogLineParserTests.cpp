@@ -1,6 +1,7 @@
 #include "UsageIngest/LogLineParser.h"
 
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -116,6 +117,28 @@ TEST(LogLineParser, AnEscapedTypeIsStillAssistant) {
     std::string line = good;
     line.replace(line.find("assistant"), 1, "\\u0061");
     EXPECT_TRUE(std::holds_alternative<UsageEvent>(parsed(line)));
+}
+
+TEST(LogLineParser, AnyLetterOfTheTypeMayBeEscaped) {
+    const std::vector<std::string> escapes{"\\u0061", "\\u0073", "\\u0073", "\\u0069", "\\u0073",
+                                           "\\u0074", "\\u0061", "\\u006E", "\\u0074"};
+    for (std::size_t i = 0; i < escapes.size(); ++i) {
+        std::string line = good;
+        line.replace(line.find("assistant") + i, 1, escapes[i]);
+        EXPECT_TRUE(std::holds_alternative<UsageEvent>(parsed(line))) << line;
+    }
+}
+
+TEST(LogLineParser, TheTypeIsFoundWhereverItStands) {
+    for (std::size_t length = 0; length < 200; ++length) {
+        const std::string before = R"({"before":")" + std::string(length, 'a') + R"(",)";
+        const std::string behind = R"(,"behind":")" + std::string(length, 's') + R"("})";
+        const std::string line = before + good.substr(1, good.size() - 2) + behind;
+        EXPECT_TRUE(std::holds_alternative<UsageEvent>(parsed(line))) << length;
+        std::string last = R"({"timestamp":"2026-03-01T10:20:30Z","message":{"usage":{"input_tokens":1}},)";
+        last += R"("x":")" + std::string(length, 'z') + R"(","type":"assistant"})";
+        EXPECT_TRUE(std::holds_alternative<UsageEvent>(parsed(last))) << length;
+    }
 }
 
 TEST(LogLineParser, ContentOfARealMessageIsNotLookedAt) {
