@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace Bench {
+
+/// A sample home in a folder of its own, which goes away with it.
+class TemporaryTree {
+public:
+    struct Wish {
+        std::uint64_t bytes = 0;
+        /// 0 for a natural number.
+        std::size_t files = 0;
+    };
+
+    explicit TemporaryTree(const Wish& wish);
+    TemporaryTree(const TemporaryTree&) = delete;
+    TemporaryTree& operator=(const TemporaryTree&) = delete;
+    ~TemporaryTree();
+
+    [[nodiscard]] std::filesystem::path projects() const { return folder_ / "home/.claude/projects"; }
+    [[nodiscard]] std::filesystem::path database() const { return folder_ / "support/usage.db"; }
+    [[nodiscard]] std::vector<std::filesystem::path> logs() const;
+
+    /// Removes the database, so that the next import starts from nothing.
+    void forgetImport() const;
+
+private:
+    std::filesystem::path folder_;
+};
+
+/// Runs a shell command with `$TREE` set to a folder; throws `std::runtime_error` where it fails.
+void shell(const std::string& command, const std::filesystem::path& tree);
+
+} // namespace Bench
