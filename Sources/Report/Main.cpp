@@ -12,6 +12,7 @@
 
 #include <unistd.h>
 
+#include "Report/Helper.h"
 #include "Report/Numbers.h"
 #include "Report/Options.h"
 #include "Report/ProgressBar.h"
@@ -19,6 +20,7 @@
 #include "Report/ReportJson.h"
 #include "Report/ReportText.h"
 #include "UsageGauge/GaugeReader.h"
+#include "UsageGauge/StatusLineInstaller.h"
 #include "UsageIngest/IngestStore.h"
 #include "UsageIngest/LogDiscovery.h"
 #include "UsageModel/AppPaths.h"
@@ -83,7 +85,23 @@ int sync(IngestStore& store, const Logs& logs) try {
     return complain(failedStatus, std::string("cannot read the logs; showing what was known before: ") + error.what());
 }
 
-int run(const Options& options) {
+UsageGauge::StatusLineInstaller installerFor(const AppPaths& paths) {
+    return UsageGauge::StatusLineInstaller(paths.claudeSettings(), paths.support());
+}
+
+int installedHelper(const Options& options, const std::filesystem::path& helper) try {
+    return print(installHelper(installerFor(AppPaths(options.home)), helper, options.now) + "\n");
+} catch (const std::exception& error) {
+    return complain(failedStatus, std::string("Install failed: ") + error.what());
+}
+
+int removedHelper(const Options& options) try {
+    return print(removeHelper(installerFor(AppPaths(options.home))) + "\n");
+} catch (const std::exception& error) {
+    return complain(failedStatus, std::string("Uninstall failed: ") + error.what());
+}
+
+int printReport(const Options& options) {
     const AppPaths paths(options.home);
     std::optional<IngestStore> store = openStore(paths);
     if (!store) return failedStatus;
@@ -97,10 +115,21 @@ int run(const Options& options) {
         .now = options.now,
         .calendar = options.calendar,
         .logFiles = static_cast<std::int64_t>(logs.size()),
+        .helper = installerFor(paths).state(),
     });
     const int printStatus =
         print(options.json ? reportJson(report) : reportText(report, paths.sessionLogs(), styleOfOutput()));
     return syncStatus != successStatus ? syncStatus : printStatus;
+}
+
+int run(const Options& options, const char* argv0) {
+    switch (options.job) {
+    case Job::report: return printReport(options);
+    case Job::helperInstall: return installedHelper(options, helperBeside(argv0));
+    case Job::helperRemove: return removedHelper(options);
+    case Job::helperStatus: return print(helperStatus(installerFor(AppPaths(options.home))) + "\n");
+    }
+    return misuseStatus;
 }
 
 int answer(const Answer& answer) {
@@ -119,7 +148,7 @@ int main(int argc, char** argv) try {
     };
     const auto read = readOptions({argv + std::min(argc, 1), argv + argc}, defaults);
     const auto* options = std::get_if<Options>(&read);
-    return options != nullptr ? run(*options) : answer(std::get<Answer>(read));
+    return options != nullptr ? run(*options, argv[0]) : answer(std::get<Answer>(read));
 } catch (const std::exception& error) {
     return complain(failedStatus, error.what());
 }

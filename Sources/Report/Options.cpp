@@ -26,6 +26,7 @@ constexpr const char* afterword = R"(Units weigh tokens by what they cost: a mil
 
 Examples:
   brindlewick-report
+  brindlewick-report helper install
   brindlewick-report --json | jq .spans.fiveHours.total.tokens
   brindlewick-report --home /backup/alex --now 1760000000 --time-zone Asia/Tokyo
 
@@ -42,6 +43,8 @@ Files, below the home folder:
           the official limits
   writes  Library/Application Support/Brindlewick/usage.db
           the record, readable by you alone
+  writes  .claude/settings.json
+          its status line, by `helper install` and `helper remove` alone
 
 Environment:
   HOME      the home folder, where --home is not given
@@ -58,13 +61,27 @@ struct Given {
     std::optional<std::string> now;
     std::optional<std::string> zone;
     bool json = false;
+    Job job = Job::report;
 };
+
+void declareHelper(CLI::App& app, Given& given) {
+    CLI::App* helper = app.add_subcommand("helper", "install, remove or look up the status line helper");
+    helper->require_subcommand(1)->fallthrough();
+    const auto add = [&](const char* name, Job job, const char* description) {
+        helper->add_subcommand(name, description)->fallthrough()->callback([&given, job] { given.job = job; });
+    };
+    add("install", Job::helperInstall, "let it keep the official limits whenever Claude Code draws its status line");
+    add("remove", Job::helperRemove, "put the status line back as it was");
+    add("status", Job::helperStatus, "tell whether it is installed");
+}
 
 void declare(CLI::App& app, Given& given) {
     app.add_option("--home", given.home, "home folder whose logs to read (default: yours)")->type_name("DIR");
     app.add_option("--now", given.now, "instant to report, since 1970 (default: the present)")->type_name("SECONDS");
     app.add_option("--time-zone", given.zone, "zone such as Europe/Berlin (default: local)")->type_name("ZONE");
     app.add_flag("--json", given.json, "print one JSON object, for scripts");
+    declareHelper(app, given);
+    app.require_subcommand(0, 1);
     app.set_version_flag("--version", std::string(programName) + " " + REPORT_VERSION);
     app.footer(afterword);
     constexpr std::size_t optionColumn = 22; // leaves room for the descriptions in 80 columns
@@ -99,6 +116,7 @@ UsageModel::Calendar calendarOf(const std::string& zone) {
 
 Options checked(const Given& given, const Options& defaults) {
     return {
+        .job = given.job,
         .home = homeFolder(given.home, defaults.home),
         .now = given.now ? instant(*given.now) : defaults.now,
         .calendar = given.zone ? calendarOf(*given.zone) : defaults.calendar,

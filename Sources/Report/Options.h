@@ -16,7 +16,11 @@ inline constexpr int successStatus = 0;
 inline constexpr int failedStatus = 1;
 inline constexpr int misuseStatus = 2;
 
+/// What the program is asked to do.
+enum class Job { report, helperInstall, helperRemove, helperStatus };
+
 struct Options {
+    Job job = Job::report;
     std::filesystem::path home;
     UsageModel::Date now;
     UsageModel::Calendar calendar;

@@ -94,7 +94,8 @@ std::int64_t Tally::tokens() const {
 }
 
 UsageReport makeReport(const ReportInput& input) {
-    UsageReport report{.now = input.now, .calendar = input.calendar, .logFiles = input.logFiles};
+    UsageReport report{
+        .now = input.now, .calendar = input.calendar, .logFiles = input.logFiles, .helper = input.helper};
     report.official = officialReading(input.gauge);
     for (const Span span : UsageModel::allCases<Span>) report.spans.set(span, {});
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "UsageGauge/StatusLineInstaller.h"
 #include "UsageModel/Anchor.h"
 #include "UsageModel/Calendar.h"
 #include "UsageModel/CategoryWeights.h"
@@ -94,6 +95,7 @@ struct UsageReport {
     UsageModel::Calendar calendar;
     /// How many log files there are.
     std::int64_t logFiles = 0;
+    UsageGauge::StatusLineInstaller::State helper = UsageGauge::StatusLineInstaller::State::notInstalled;
     /// Absent where there is no reading, or one that states no window's percentage.
     std::optional<OfficialReading> official;
     /// Every span.
@@ -113,6 +115,7 @@ struct ReportInput {
     UsageModel::Calendar calendar;
     UsageModel::CategoryWeights weights = UsageModel::CategoryWeights::priors(UsageModel::liveWeightScale);
     std::int64_t logFiles = 0;
+    UsageGauge::StatusLineInstaller::State helper = UsageGauge::StatusLineInstaller::State::notInstalled;
 };
 
 inline constexpr std::size_t busiestDayCount = 5;

@@ -56,9 +56,9 @@ std::string reportJson(const UsageReport& report) {
     json days = json::array();
     for (const DayUsage& day : report.busiestDays) days.push_back(dayJson(report, day));
     const json object{
-        {"now", report.now.secondsSince1970}, {"timeZone", report.calendar.zoneName()},
-        {"logFiles", report.logFiles},        {"official", officialJson(report)},
-        {"spans", std::move(spans)},          {"busiestDays", std::move(days)},
+        {"now", report.now.secondsSince1970}, {"timeZone", report.calendar.zoneName()}, {"logFiles", report.logFiles},
+        {"helper", text(report.helper)},      {"official", officialJson(report)},       {"spans", std::move(spans)},
+        {"busiestDays", std::move(days)},
     };
     return UsageModel::Json::toText(object) + "\n";
 }

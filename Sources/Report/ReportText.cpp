@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "Report/Numbers.h"
+#include "Report/Options.h"
 
 namespace Report {
 
@@ -103,7 +104,15 @@ std::string ageText(double age) {
     return age < 0 ? "taken after the time of this report" : "read " + durationText(age) + " ago";
 }
 
-void addOfficial(Page& page, const UsageReport& report) {
+void addHelper(Page& page, const UsageReport& report) {
+    using State = UsageGauge::StatusLineInstaller::State;
+    if (report.helper == State::installed) return;
+    const std::string what =
+        report.helper == State::conflict ? "the helper was replaced" : "the helper is not installed";
+    page.line(std::string(indent) + what + ": run `" + std::string(programName) + " helper install`", faint);
+}
+
+void addLimits(Page& page, const UsageReport& report) {
     if (!report.official) {
         page.heading("Official limits");
         page.line(std::string(indent) + "no official reading yet");
@@ -119,6 +128,11 @@ void addOfficial(Page& page, const UsageReport& report) {
         if (window.resetsAt) lines[i].append(columnGap).append(resetText(report, *window.resetsAt));
         page.line(lines[i], alarm(window.usedPercentage));
     }
+}
+
+void addOfficial(Page& page, const UsageReport& report) {
+    addLimits(page, report);
+    addHelper(page, report);
 }
 
 Row usageRow(std::string_view name, const Tally& tally) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 
 /// Makes home folders whose session logs look like those of a person at work: for tests, benchmarks and demonstrations.
 namespace SampleHome {
@@ -45,6 +46,9 @@ class HomeOccupied : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// A document as Claude Code hands it to a status line at `now`, with two of the three limits.
+std::string statusLineDocument(double now);
 
 /// Writes `<home>/.claude/projects` with one file per session, and those of sub-agents below
 /// `<project>/<session>/subagents`. Equal options give the same files, byte for byte; their modification times are

@@ -1,11 +1,7 @@
 #include "UsageModel/AppPaths.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <system_error>
-
-#include <pwd.h>
-#include <unistd.h>
 
 namespace UsageModel {
 
@@ -18,12 +14,6 @@ fs::path supportFolder(const fs::path& home, std::string_view name) {
 }
 
 } // namespace
-
-fs::path AppPaths::currentHome() {
-    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') return home;
-    const passwd* user = getpwuid(getuid());
-    return user != nullptr && user->pw_dir != nullptr ? fs::path(user->pw_dir) : fs::path();
-}
 
 fs::path AppPaths::support() const {
     return supportFolder(home_, directoryName);

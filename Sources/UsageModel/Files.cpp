@@ -58,7 +58,7 @@ ReadableFile::ReadableFile(const std::filesystem::path& path) : path_(path) {
     if (fd_ == -1) fail("open", path, errno);
 
     struct stat attributes {};
-    const int status = fstat(fd_, &attributes);
+    const int status = retried([&] { return fstat(fd_, &attributes); });
     const int error = status != 0                   ? errno
                       : S_ISDIR(attributes.st_mode) ? EISDIR
                       : S_ISREG(attributes.st_mode) ? 0
@@ -91,6 +91,19 @@ std::string readWholeFile(const std::filesystem::path& path) {
         const std::size_t count = file.read(std::span(content).subspan(filled));
         filled += count;
         if (count == 0) break;
+    }
+    content.resize(filled);
+    return content;
+}
+
+std::string readToEnd(int fd) {
+    std::string content;
+    std::size_t filled = 0;
+    while (true) {
+        content.resize(filled + wholeFileChunk);
+        const ssize_t count = retried([&] { return ::read(fd, content.data() + filled, wholeFileChunk); });
+        if (count <= 0) break;
+        filled += static_cast<std::size_t>(count);
     }
     content.resize(filled);
     return content;
@@ -136,6 +149,60 @@ void makePrivate(const std::filesystem::path& path) {
     const mode_t wanted = S_ISDIR(attributes.st_mode) ? ownersFolder : ownersFile;
     if ((attributes.st_mode & permissionBits) == wanted) return;
     if (chmod(path.c_str(), wanted) != 0) fail("change the mode of", path, errno);
+}
+
+namespace {
+
+void writeAll(int fd, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t count = retried([&] { return ::write(fd, content.data(), content.size()); });
+        if (count == -1) throw std::system_error(errno, std::generic_category());
+        content.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+// Throws without a path, which the caller knows.
+void fill(int fd, const FileReplacement& replacement) {
+    const auto require = [](int result) {
+        if (result != 0) throw std::system_error(errno, std::generic_category());
+    };
+    // The mask of the process has taken bits away from the mode that the file was opened with.
+    require(fchmod(fd, static_cast<mode_t>(replacement.mode)));
+    writeAll(fd, replacement.content);
+    if (replacement.durability == FileReplacement::Durability::wholeOnDisk) require(retried([&] { return fsync(fd); }));
+}
+
+void writeTemporary(const FileReplacement& replacement) {
+    // Not to be led elsewhere by a link that somebody has put there.
+    removeFile(replacement.temporary);
+    const int fd = retried(
+        [&] { return open(replacement.temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownersFile); });
+    if (fd == -1) fail("create", replacement.temporary, errno);
+    try {
+        fill(fd, replacement);
+    } catch (const std::system_error& error) {
+        close(fd);
+        fail("write", replacement.temporary, error.code().value());
+    }
+    // Some file systems tell only now that the content could not be stored.
+    if (close(fd) != 0 && errno != EINTR) fail("write", replacement.temporary, errno);
+}
+
+} // namespace
+
+void replaceFile(const FileReplacement& replacement) {
+    try {
+        writeTemporary(replacement);
+        if (rename(replacement.temporary.c_str(), replacement.file.c_str()) != 0)
+            fail("replace", replacement.file, errno);
+    } catch (const std::system_error&) {
+        unlink(replacement.temporary.c_str());
+        throw;
+    }
+}
+
+void removeFile(const std::filesystem::path& path) {
+    if (unlink(path.c_str()) != 0 && errno != ENOENT) fail("remove", path, errno);
 }
 
 void createPrivateFile(const std::filesystem::path& path) {

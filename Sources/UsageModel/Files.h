@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -49,6 +50,9 @@ private:
 
 [[nodiscard]] std::string readWholeFile(const std::filesystem::path& path);
 
+/// What a descriptor still gives; where reading fails, what it gave until then. Never throws but for want of memory.
+[[nodiscard]] std::string readToEnd(int fd);
+
 struct FolderEntry {
     std::string name;
     /// It is itself a folder, not a link to one.
@@ -64,6 +68,28 @@ void createPrivateFolders(const std::filesystem::path& folder);
 
 /// Leaves the owner alone with access: 0700 for a folder, 0600 for a file. Does nothing where that is so already.
 void makePrivate(const std::filesystem::path& path);
+
+/// A file that is to be replaced as a whole, by way of a file beside it.
+struct FileReplacement {
+    std::filesystem::path file;
+    /// In the same folder, and used by nobody else; what lies there is removed first. It is gone afterwards.
+    std::filesystem::path temporary;
+    std::string_view content;
+    std::filesystem::perms mode = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    enum class Durability {
+        /// Whoever reads the file finds the old content or the new.
+        whole,
+        /// So they do after a power cut.
+        wholeOnDisk,
+    };
+    Durability durability = Durability::whole;
+};
+
+/// Whatever fails, the file is as it was and the temporary one is gone.
+void replaceFile(const FileReplacement& replacement);
+
+/// Removes a file; does nothing where there is none.
+void removeFile(const std::filesystem::path& path);
 
 /// Makes an empty file of mode 0600 where there is none.
 void createPrivateFile(const std::filesystem::path& path);

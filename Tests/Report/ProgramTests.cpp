@@ -186,6 +186,35 @@ TEST_F(ProgramTest, HelpAndVersionTouchNothing) {
     EXPECT_TRUE(fs::is_empty(home.path()));
 }
 
+TEST_F(ProgramTest, TheHelperIsInstalledLookedUpAndRemoved) {
+    fs::create_directories(paths.claudeSettings().parent_path());
+    EXPECT_THAT(report({"helper", "status"}).out, StartsWith("not installed"));
+    EXPECT_THAT(report().out, HasSubstr("helper install"));
+    EXPECT_EQ(jsonReport()["helper"], "notInstalled");
+
+    const Finished installed = report({"helper", "install"});
+    EXPECT_EQ(installed.status, 0);
+    EXPECT_THAT(installed.out, StartsWith("The helper is installed."));
+    EXPECT_EQ(report({"helper", "status"}).out, "installed: " + paths.installedShim().string() + "\n");
+    EXPECT_THAT(report().out, Not(HasSubstr("helper")));
+    EXPECT_EQ(jsonReport()["helper"], "installed");
+
+    TestSupport::writeFile(paths.claudeSettings(), R"({"statusLine":"another"})");
+    EXPECT_THAT(report({"helper", "status"}).out, StartsWith("conflict"));
+    EXPECT_THAT(report().out, HasSubstr("the helper was replaced"));
+
+    EXPECT_THAT(report({"helper", "remove"}).out, StartsWith("The helper is removed."));
+    EXPECT_FALSE(fs::exists(paths.claudeSettings()));
+    EXPECT_THAT(report({"helper", "remove"}).out, StartsWith("The helper was not installed"));
+}
+
+TEST_F(ProgramTest, AnInstallThatFailsSaysWhy) {
+    const Finished run = report({"helper", "install"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, StartsWith("brindlewick-report: Install failed: "));
+    EXPECT_EQ(lineCount(run.err), 1U);
+}
+
 struct MisuseRow : TestSupport::Named {
     std::vector<std::string> arguments;
 };
@@ -208,6 +237,8 @@ INSTANTIATE_TEST_SUITE_P(Rows, MisuseTest,
                                          MisuseRow{{"now is not finite"}, {"--now", "nan"}},
                                          MisuseRow{{"unknown zone"}, {"--time-zone", "Mars/Olympus"}},
                                          MisuseRow{{"home is no folder"}, {"--home", "/dev/null"}},
+                                         MisuseRow{{"helper for nothing"}, {"helper"}},
+                                         MisuseRow{{"helper for what it cannot"}, {"helper", "upgrade"}},
                                          MisuseRow{{"stray argument"}, {"a\nb"}}),
                          TestSupport::rowName);
 

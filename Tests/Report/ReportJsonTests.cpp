@@ -28,10 +28,12 @@ TEST_F(ReportJsonTest, IsOneLine) {
 }
 
 TEST_F(ReportJsonTest, NamesTheMomentItIsOf) {
-    EXPECT_THAT(keys(report), UnorderedElementsAre("now", "timeZone", "logFiles", "official", "spans", "busiestDays"));
+    EXPECT_THAT(keys(report),
+                UnorderedElementsAre("now", "timeZone", "logFiles", "helper", "official", "spans", "busiestDays"));
     EXPECT_EQ(report["now"], 1772360430.0);
     EXPECT_EQ(report["timeZone"], "UTC");
     EXPECT_EQ(report["logFiles"], 2);
+    EXPECT_EQ(report["helper"], "installed");
 }
 
 TEST_F(ReportJsonTest, HoldsTheOfficialWindows) {

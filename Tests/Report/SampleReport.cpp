@@ -45,6 +45,7 @@ UsageReport sampleReport() {
         .now = sampleNow,
         .calendar = UsageModel::Calendar::utc(),
         .logFiles = 2,
+        .helper = UsageGauge::StatusLineInstaller::State::installed,
     });
 }
 

@@ -360,5 +360,76 @@ TEST_F(PrivateFileTest, MayBeMadeByManyAtOnce) {
     EXPECT_EQ(modeOf(file), 0600U);
 }
 
+class ReplaceFile : public testing::Test {
+protected:
+    [[nodiscard]] FileReplacement with(std::string_view content) const {
+        return {.file = folder / "file", .temporary = folder / "temporary", .content = content};
+    }
+    [[nodiscard]] std::vector<FolderEntry> entries() const { return folderEntries(folder.path()); }
+
+    TestSupport::TemporaryFolder folder;
+};
+
+TEST_F(ReplaceFile, MakesAFileOrReplacesItAndLeavesNothingBeside) {
+    for (const std::string content : {"first", "", "third"}) {
+        replaceFile(with(content));
+        EXPECT_EQ(readWholeFile(folder / "file"), content);
+        EXPECT_EQ(modeOf(folder / "file"), 0600U);
+        EXPECT_EQ(entries().size(), 1U);
+    }
+}
+
+TEST_F(ReplaceFile, GivesTheModeWhateverTheMask) {
+    const mode_t mask = umask(0777);
+    FileReplacement replacement = with("x");
+    replacement.mode = fs::perms{0644};
+    replacement.durability = FileReplacement::Durability::wholeOnDisk;
+    replaceFile(replacement);
+    umask(mask);
+    EXPECT_EQ(modeOf(folder / "file"), 0644U);
+}
+
+TEST_F(ReplaceFile, IsNotLedAstrayByWhatLiesInTheTemporaryPlace) {
+    writeFile(folder / "elsewhere", "kept");
+    fs::create_symlink(folder / "elsewhere", folder / "temporary");
+    replaceFile(with("new"));
+    EXPECT_EQ(readWholeFile(folder / "elsewhere"), "kept");
+    EXPECT_EQ(readWholeFile(folder / "file"), "new");
+}
+
+TEST_F(ReplaceFile, AFailureLeavesTheOldFileAlone) {
+    writeFile(folder / "file/inside", "a folder in the way");
+    EXPECT_EQ(errorOf(folder / "file", [&] { replaceFile(with("new")); }), EISDIR);
+    EXPECT_EQ(entries().size(), 1U);
+    EXPECT_EQ(
+        errorOf(
+            folder / "nowhere",
+            [&] { replaceFile({.file = folder / "file", .temporary = folder / "nowhere/temporary", .content = "x"}); }),
+        ENOENT);
+}
+
+TEST(RemoveFile, ThrowsOnlyWhereSomethingStays) {
+    const TestSupport::TemporaryFolder folder;
+    writeFile(folder / "file", "x");
+    removeFile(folder / "file");
+    EXPECT_TRUE(fs::is_empty(folder.path()));
+    EXPECT_NO_THROW(removeFile(folder / "file"));
+    EXPECT_NE(errorOf(folder.path(), [&] { removeFile(folder.path()); }), 0);
+}
+
+TEST(ReadToEnd, TakesWhatADescriptorStillGives) {
+    std::array<int, 2> channel{};
+    ASSERT_EQ(pipe(channel.data()), 0);
+    const std::string sent(200'000, 'x');
+    auto writer = std::async(std::launch::async, [&] {
+        EXPECT_EQ(write(channel[1], sent.data(), sent.size()), static_cast<ssize_t>(sent.size()));
+        close(channel[1]);
+    });
+    EXPECT_EQ(readToEnd(channel[0]), sent);
+    writer.get();
+    close(channel[0]);
+    EXPECT_EQ(readToEnd(-1), "");
+}
+
 } // namespace
 } // namespace UsageModel
