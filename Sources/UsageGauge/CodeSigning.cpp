@@ -8,7 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
+extern char** environ; // NOLINT(readability-redundant-declaration): not every system declares it
 
 namespace UsageGauge {
 
@@ -19,6 +19,7 @@ constexpr int notStarted = -1;
 /// The exit status of a program whose output nobody sees; `notStarted` where it did not start or end by itself.
 int statusOf(const std::vector<std::string>& command) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
 

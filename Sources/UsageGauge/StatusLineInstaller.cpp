@@ -64,7 +64,7 @@ std::optional<std::string> stringOf(const std::optional<std::string>& value) {
 /// The command of a status line, which is a string or an object with one.
 std::optional<std::string> commandString(const std::optional<std::string>& value) try {
     if (!value) return std::nullopt;
-    if (const auto command = stringOf(value)) return command;
+    if (auto command = stringOf(value)) return command;
     return stringOf(SettingsDocument::parse(*value).member("command"));
 } catch (const UsageModel::Json::Error&) {
     return std::nullopt;
