@@ -29,29 +29,34 @@ void endGroup(int number) {
     if (number != SIGALRM) _exit(signalled + number);
 }
 
+sigset_t endingSet() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : endingSignals) sigaddset(&set, number);
+    return set;
+}
+
+/// From now on this process and the group end together. The signals must have been held back until now, or one that
+/// came between the start of the group and this would leave it alone.
 void guard(pid_t group) {
     commandGroup = group;
     struct sigaction action {};
     action.sa_handler = endGroup;
-    sigset_t ending;
-    sigemptyset(&ending);
-    for (const int number : endingSignals) {
-        sigaction(number, &action, nullptr);
-        sigaddset(&ending, number);
-    }
-    // Whoever started this process may have blocked them.
+    for (const int number : endingSignals) sigaction(number, &action, nullptr);
+    const sigset_t ending = endingSet();
     sigprocmask(SIG_UNBLOCK, &ending, nullptr);
     alarm(wrappedCommandSeconds);
 }
 
 /// The shell's process, first of a group of its own; 0 where it could not be started.
-pid_t startShell(const std::string& command, int input) {
+pid_t startShell(const std::string& command, int input, const sigset_t& mask) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
+    posix_spawnattr_setsigmask(&attributes, &mask);
     posix_spawnattr_setpgroup(&attributes, 0);
 
     std::string shell = "sh";
@@ -93,7 +98,10 @@ int runWrapped(const std::string& command, std::string_view input) {
     fcntl(channel[1], F_SETFD, FD_CLOEXEC);
     fcntl(channel[0], F_SETFD, FD_CLOEXEC);
 
-    const pid_t shell = startShell(command, channel[0]);
+    const sigset_t ending = endingSet();
+    sigset_t mask;
+    sigprocmask(SIG_BLOCK, &ending, &mask);
+    const pid_t shell = startShell(command, channel[0], mask);
     close(channel[0]);
     if (shell == 0) return notStarted;
     guard(shell);

@@ -56,6 +56,14 @@ protected:
     TestSupport::TemporaryFolder folder_;
 };
 
+/// Waits until a search for a process finds none.
+void expectSoonGone(const std::string& search) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto livesOn = [&] { return std::system(search.c_str()) == 0; };
+    while (livesOn() && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+    EXPECT_FALSE(livesOn());
+}
+
 double secondsNow() {
     return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
 }
@@ -156,12 +164,7 @@ TEST_F(ShimTest, ACommandThatNeverEndsIsEnded) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
     const pid_t group = std::stoi(readWholeFile(folder_ / "group"));
     // What was started in the background is gone too, or is about to be buried by the system.
-    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    const auto livesOn = [&] {
-        return std::system(("ps -eo pgid=,stat= | grep -q \"^ *" + std::to_string(group) + " [^Z]\"").c_str()) == 0;
-    };
-    while (livesOn() && std::chrono::steady_clock::now() < patience) std::this_thread::yield();
-    EXPECT_FALSE(livesOn());
+    expectSoonGone("ps -eo pgid=,stat= | grep -q '^ *" + std::to_string(group) + " [^Z]'");
 }
 
 TEST_F(ShimTest, ASignalToTheHelperEndsTheCommandToo) {
@@ -181,12 +184,7 @@ TEST_F(ShimTest, ASignalToTheHelperEndsTheCommandToo) {
     int status = 0;
     waitpid(shim, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), 128 + SIGTERM);
-    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    const auto livesOn = [&] {
-        return std::system(("ps -o stat= -p " + std::to_string(command) + " | grep -q \"^[^Z]\"").c_str()) == 0;
-    };
-    while (livesOn() && std::chrono::steady_clock::now() < patience) std::this_thread::yield();
-    EXPECT_FALSE(livesOn());
+    expectSoonGone("ps -o stat= -p " + std::to_string(command) + " | grep -q '^[^Z]'");
 }
 
 TEST_F(ShimTest, AReaderThatIsGoneIsNoFailure) {

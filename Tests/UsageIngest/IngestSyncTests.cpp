@@ -1,5 +1,7 @@
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -269,6 +271,55 @@ TEST_F(IngestSyncTest, HugeAndTinyLines) {
     write("b", tiny + line(3));
     sync();
     EXPECT_EQ(counts(), onceEach(1, 3));
+}
+
+std::string turnWith(const std::string& members, const std::string& usage) {
+    return R"({"type":"assistant","timestamp":"2026-03-01T10:20:30Z",)" + members + R"("message":{"usage":{)" + usage +
+           "}}}\n";
+}
+
+TEST_F(IngestSyncTest, BadLinesCostOnlyThemselves) {
+    const std::size_t deep = 10'000;
+    const std::string nested = R"("x":)" + std::string(deep, '[') + std::string(deep, ']') + ",";
+    const std::string bad = turnWith(nested, R"("output_tokens":1)") + std::string("{\"type\":\"assistant\"\0}\n", 23) +
+                            turnWith(R"("x":"\ud800",)", R"("output_tokens":2)") +
+                            turnWith("", R"("output_tokens":9223372036854775808)") +
+                            turnWith("\"x\":\"\xFF\",", R"("output_tokens":3)") + "\xEF\xBB\xBF" + line(4) + "\r\n\n";
+    write("a", line(10) + bad + line(11) + turnWith("", R"("output_tokens":9223372036854775807)"));
+    sync();
+    EXPECT_EQ(counts(), (TurnLog::Counts{{10, 1}, {11, 1}, {std::numeric_limits<long>::max(), 1}}));
+}
+
+TEST_F(IngestSyncTest, AClockThatWasSetBackLosesNothing) {
+    write("a", turnWith("", R"("output_tokens":1)"));
+    sync();
+    append("a", R"({"type":"assistant","timestamp":"1999-01-01T00:00:00Z","message":{"usage":{"output_tokens":2}}})"
+                "\n");
+    sync();
+    EXPECT_EQ(counts(), onceEach(1, 2));
+    const auto events = store_.allEvents();
+    EXPECT_EQ(events->front().output, 2) << "by time, not by arrival";
+}
+
+TEST_F(IngestSyncTest, WhatOnlyLooksLikeALogFailsTheRun) {
+    write("a", line(1));
+    sync();
+    const std::vector<std::function<void()>> impostors{
+        [&] { fs::create_directory(log("b")); },
+        [&] { fs::create_symlink("nowhere", log("b")); },
+        [&] { fs::create_symlink(log("b"), log("b")); },
+        [&] { mkfifo(log("b").c_str(), 0600); },
+    };
+    for (const auto& make : impostors) {
+        make();
+        append("a", line(2));
+        EXPECT_THROW(sync(), std::system_error);
+        EXPECT_EQ(counts(), onceEach(1, 1));
+        fs::remove(log("b"));
+        write("a", line(1));
+    }
+    sync();
+    EXPECT_EQ(counts(), onceEach(1, 1));
 }
 
 TEST_F(IngestSyncTest, NoPermissionFailsClearly) {
