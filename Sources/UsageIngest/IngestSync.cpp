@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <future>
 #include <string>
+#include <vector>
 
 #include "UsageIngest/IngestStore.h"
 #include "UsageIngest/LineTailReader.h"
@@ -33,12 +35,64 @@ constexpr const char* deleteEvents = "DELETE FROM usage_event WHERE file_path=?;
 // Reporting costs a redraw: while files are read, every eighth is often enough.
 constexpr std::size_t filesPerReport = 8;
 
+// While the rows of some files are stored, another thread reads the next. So many bytes in one go that to wake the
+// thread costs nothing beside them, and so few that their rows take little memory; of a file that is larger the rows
+// are stored as it is read.
+constexpr std::int64_t bytesPerBatch = 4'000'000;
+constexpr std::int64_t largestAhead = 16'000'000;
+constexpr std::size_t filesPerBatch = 256;
+
 /// How far a file was read. `mtime` is stored for the curious; nothing rests on it.
 struct Cursor {
     FileStat file;
     std::int64_t byteOffset = 0;
     double lastTs = 0.0;
 };
+
+/// The turns and limit messages behind a file's cursor, and where its last complete line ends.
+struct ParsedFile {
+    std::vector<ParsedLine> rows;
+    std::uint64_t end = 0;
+};
+
+/// What is to be done with one file.
+struct Visit {
+    fs::path file;
+    /// Where to begin, and the file as it was before the reading.
+    Cursor cursor;
+    bool nothingNew = false;
+    /// Its rows, where they were read ahead.
+    std::optional<ParsedFile> ahead;
+
+    [[nodiscard]] LineTailReader reader() const {
+        return {.url = file, .startOffset = static_cast<std::uint64_t>(cursor.byteOffset)};
+    }
+    [[nodiscard]] std::int64_t bytesToRead() const { return nothingNew ? 0 : cursor.file.size - cursor.byteOffset; }
+};
+
+using Batch = std::vector<Visit>;
+
+ParsedFile parseFile(const LineTailReader& reader, LogLineParser& parser) {
+    ParsedFile parsed;
+    parsed.end = reader.read([&](std::string_view line) {
+        ParsedLine row = parser.parse(line);
+        if (!std::holds_alternative<Ignored>(row)) parsed.rows.push_back(std::move(row));
+    });
+    return parsed;
+}
+
+Batch readAhead(Batch batch, LogLineParser& parser) {
+    for (Visit& visit : batch) {
+        if (!visit.nothingNew && visit.bytesToRead() <= largestAhead) visit.ahead = parseFile(visit.reader(), parser);
+    }
+    return batch;
+}
+
+/// Whether the batch holds rows of the file that are not stored yet.
+bool isReading(const Batch& batch, const fs::path& file) {
+    return std::ranges::any_of(
+        batch, [&](const Visit& visit) { return !visit.nothingNew && visit.file.native() == file.native(); });
+}
 
 // The text form as SQLite takes it: a NUL follows every name of an enumeration.
 template <typename Enum>
@@ -71,8 +125,10 @@ public:
 
     enum class Reading { onlyNew, everything };
 
-    /// Reads what the file holds behind its cursor. Returns false where there was nothing to look at.
-    bool visit(const fs::path& file, const FileStat& now, Reading reading);
+    /// Finds out what is to be done with the file, and deletes the rows that it must lose.
+    Visit begin(const fs::path& file, Reading reading);
+    /// Stores what the file holds behind its cursor.
+    void finish(Visit& visit);
 
     [[nodiscard]] const SyncStats& stats() const { return stats_; }
     [[nodiscard]] bool deletedRows() const { return deletedRows_; }
@@ -81,7 +137,8 @@ private:
     std::optional<Cursor> cursorOf(const fs::path& file);
     Cursor startOf(const fs::path& file, const FileStat& now, const std::optional<Cursor>& cursor, Reading reading);
     void deleteEventsOf(const fs::path& file);
-    void readFrom(Cursor& cursor, const fs::path& file);
+    std::uint64_t storeRows(Visit& visit);
+    void take(const ParsedLine& row, Visit& visit);
     void take(const UsageEvent& event, const fs::path& file);
     void take(const Anchor& anchor);
     void store(const Cursor& cursor, const fs::path& file);
@@ -97,17 +154,26 @@ private:
     bool deletedRows_ = false;
 };
 
-bool SyncRun::visit(const fs::path& file, const FileStat& now, Reading reading) {
-    ++stats_.filesScanned;
+Visit SyncRun::begin(const fs::path& file, Reading reading) {
+    const FileStat now = fileStat(file);
     const std::optional<Cursor> known = cursorOf(file);
-    Cursor cursor = startOf(file, now, known, reading);
-    const bool nothingNew =
-        known && reading == Reading::onlyNew && known->file.inode == now.inode && now.size == cursor.byteOffset;
-    if (nothingNew) return false;
+    Visit visit{.file = file, .cursor = startOf(file, now, known, reading), .nothingNew = false, .ahead = {}};
+    visit.nothingNew =
+        known && reading == Reading::onlyNew && known->file.inode == now.inode && now.size == visit.cursor.byteOffset;
+    return visit;
+}
 
-    readFrom(cursor, file);
-    store(cursor, file);
-    return true;
+void SyncRun::finish(Visit& visit) {
+    ++stats_.filesScanned;
+    if (visit.nothingNew) return;
+
+    const std::int64_t rowsBefore = stats_.eventsInserted + stats_.anchorsInserted;
+    const auto end = static_cast<std::int64_t>(storeRows(visit));
+    const std::int64_t rows = stats_.eventsInserted + stats_.anchorsInserted - rowsBefore;
+    stats_.filesChanged += rows > 0 ? 1 : 0;
+    stats_.bytesRead += end - visit.cursor.byteOffset;
+    visit.cursor.byteOffset = end;
+    store(visit.cursor, visit.file);
 }
 
 std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) {
@@ -150,23 +216,20 @@ void SyncRun::deleteEventsOf(const fs::path& file) {
     removal.step();
 }
 
-void SyncRun::readFrom(Cursor& cursor, const fs::path& file) {
-    bool changed = false;
-    const LineTailReader reader{.url = file, .startOffset = static_cast<std::uint64_t>(cursor.byteOffset)};
-    const std::uint64_t end = reader.read([&](std::string_view line) {
-        const ParsedLine parsed = parser_.parse(line);
-        if (const auto* event = std::get_if<UsageEvent>(&parsed)) {
-            changed = true;
-            take(*event, file);
-            cursor.lastTs = std::max(cursor.lastTs, event->ts.secondsSince1970);
-        } else if (const auto* anchor = std::get_if<Anchor>(&parsed)) {
-            changed = true;
-            take(*anchor);
-        }
-    });
-    stats_.bytesRead += static_cast<std::int64_t>(end) - cursor.byteOffset;
-    stats_.filesChanged += changed ? 1 : 0;
-    cursor.byteOffset = static_cast<std::int64_t>(end);
+/// Returns where the last complete line ends.
+std::uint64_t SyncRun::storeRows(Visit& visit) {
+    if (!visit.ahead) return visit.reader().read([&](std::string_view line) { take(parser_.parse(line), visit); });
+    for (const ParsedLine& row : visit.ahead->rows) take(row, visit);
+    return visit.ahead->end;
+}
+
+void SyncRun::take(const ParsedLine& row, Visit& visit) {
+    if (const auto* event = std::get_if<UsageEvent>(&row)) {
+        take(*event, visit.file);
+        visit.cursor.lastTs = std::max(visit.cursor.lastTs, event->ts.secondsSince1970);
+    } else if (const auto* anchor = std::get_if<Anchor>(&row)) {
+        take(*anchor);
+    }
 }
 
 void SyncRun::take(const UsageEvent& event, const fs::path& file) {
@@ -221,6 +284,46 @@ bool SyncRun::succeeds(const std::function<void()>& operation) {
     }
 }
 
+/// Gives out the files in their order, a batch at a time, each being read by another thread meanwhile.
+class BatchReader {
+public:
+    BatchReader(std::span<const fs::path> files, SyncRun& run, SyncRun::Reading reading)
+        : files_(files),
+          run_(run),
+          reading_(reading) {}
+
+    /// The batch that was started, once it is read; else the first. Empty where the next file must wait for rows that
+    /// are not stored yet, and at the end.
+    Batch next() {
+        if (!ahead_.valid()) start({});
+        return ahead_.get();
+    }
+
+    /// Begins with the next batch while the rows of `unfinished` are still to be stored. A file that is listed twice has
+    /// its cursor only once they are.
+    void start(const Batch& unfinished) {
+        Batch batch;
+        std::int64_t bytes = 0;
+        while (!files_.empty() && batch.size() < filesPerBatch && bytes < bytesPerBatch) {
+            if (isReading(batch, files_.front()) || isReading(unfinished, files_.front())) break;
+            batch.push_back(run_.begin(files_.front(), reading_));
+            bytes += batch.back().bytesToRead();
+            files_ = files_.subspan(1);
+        }
+        // Nothing to read is not worth a thread.
+        const auto policy = bytes > 0 ? std::launch::async : std::launch::deferred;
+        ahead_ = std::async(
+            policy, [this, batch = std::move(batch)]() mutable { return readAhead(std::move(batch), parser_); });
+    }
+
+private:
+    std::span<const fs::path> files_;
+    SyncRun& run_;
+    SyncRun::Reading reading_;
+    LogLineParser parser_; // of the reading thread
+    std::future<Batch> ahead_;
+};
+
 } // namespace
 
 SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& progress) {
@@ -235,14 +338,20 @@ SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& pro
     // Building the indexes once over all rows costs half of keeping them up row by row.
     const bool isFirstImport = isUntouched(db_);
     if (isFirstImport) db_.exec(Schema::dropEventIndexes);
+    BatchReader reader(files, run, reading);
     std::int64_t bytesDone = 0;
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const FileStat now = fileStat(files[i]);
-        const bool wasRead = run.visit(files[i], now, reading);
+    std::size_t filesDone = 0;
+    while (filesDone < files.size()) {
+        Batch batch = reader.next();
+        reader.start(batch);
+        for (Visit& visit : batch) {
+            run.finish(visit);
+            bytesDone += visit.cursor.file.size;
+            const bool due = visit.nothingNew || filesDone % filesPerReport == 0 || filesDone + 1 == files.size();
+            if (due) report({.bytesDone = bytesDone, .bytesTotal = bytesTotal, .complete = false});
+            ++filesDone;
+        }
         if (run.deletedRows()) cache_.forget();
-        bytesDone += now.size;
-        const bool due = !wasRead || i % filesPerReport == 0 || i + 1 == files.size();
-        if (due) report({.bytesDone = bytesDone, .bytesTotal = bytesTotal, .complete = false});
     }
     if (isFirstImport) db_.exec(Schema::eventIndexes);
     transaction.commit();

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstring>
+#include <mutex>
 #include <string_view>
 
 #include <dirent.h>
@@ -32,8 +33,10 @@ struct State {
     bool interruptNext = true;
     long logsOpened = 0;
 } state;
+std::mutex stateMutex; // a sync reads on a second thread
 
 bool strikes(Layer layer, const char* sql = nullptr) {
+    const std::lock_guard lock(stateMutex);
     if (!state.armed || layer != state.layer) return false;
     if (state.struck) return state.lasting == Lasting::forGood;
     if (--state.remaining > 0) return false;
@@ -50,6 +53,7 @@ bool systemCallFails() {
 
 // Every other call is interrupted, so that each succeeds when it is tried again.
 bool isInterrupted() {
+    const std::lock_guard lock(stateMutex);
     if (!state.interrupting) return false;
     state.interruptNext = !state.interruptNext;
     if (state.interruptNext) return false;
