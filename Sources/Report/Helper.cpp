@@ -42,7 +42,7 @@ std::string installHelper(const UsageGauge::StatusLineInstaller& installer, cons
 }
 
 std::string removeHelper(const UsageGauge::StatusLineInstaller& installer) {
-    if (!fs::exists(installer.markerFile())) return "The helper was not installed; nothing was changed.";
+    if (installer.state() == State::notInstalled) return "The helper was not installed; nothing was changed.";
     installer.uninstall();
     return "The helper is removed. The status line is what it was before.";
 }

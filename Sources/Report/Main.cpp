@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -42,7 +43,8 @@ int complain(int status, const std::string& message) {
 
 int print(const std::string& text) {
     if (std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return successStatus;
-    return complain(failedStatus, "cannot write to the standard output");
+    // A reader that has seen enough is told nothing.
+    return errno == EPIPE ? failedStatus : complain(failedStatus, "cannot write to the standard output");
 }
 
 double secondsSince1970() {
@@ -77,12 +79,15 @@ std::optional<IngestStore> openStore(const AppPaths& paths) try {
     return std::nullopt;
 }
 
-int sync(IngestStore& store, const Logs& logs) try {
+/// Why the record could not be brought up to date; absent where it could.
+std::optional<std::string> sync(IngestStore& store, const Logs& logs) try {
     ProgressBar bar(terminalOfErrors(), steadySeconds);
     store.sync(logs, [&](const UsageModel::IngestProgress& progress) { bar.show(progress); });
-    return successStatus;
+    return std::nullopt;
+} catch (const UsageIngest::SQLiteError& error) {
+    return std::string("cannot store what is new; showing what was known before: ") + error.what();
 } catch (const std::exception& error) {
-    return complain(failedStatus, std::string("cannot read the logs; showing what was known before: ") + error.what());
+    return std::string("cannot read the logs; showing what was known before: ") + error.what();
 }
 
 UsageGauge::StatusLineInstaller installerFor(const AppPaths& paths) {
@@ -106,9 +111,9 @@ int printReport(const Options& options) {
     std::optional<IngestStore> store = openStore(paths);
     if (!store) return failedStatus;
     const Logs logs = UsageIngest::LogDiscovery(paths.sessionLogs()).discover();
-    const int syncStatus = sync(*store, logs);
-
+    const std::optional<std::string> failure = sync(*store, logs);
     const UsageIngest::EventList events = store->allEvents();
+    if (failure) complain(failedStatus, *failure);
     const UsageReport report = makeReport({
         .events = *events,
         .gauge = UsageGauge::GaugeReader{paths.gaugeFile()}.read(),
@@ -119,12 +124,20 @@ int printReport(const Options& options) {
     });
     const int printStatus =
         print(options.json ? reportJson(report) : reportText(report, paths.sessionLogs(), styleOfOutput()));
-    return syncStatus != successStatus ? syncStatus : printStatus;
+    return failure ? failedStatus : printStatus;
+}
+
+int printedReport(const Options& options) try {
+    return printReport(options);
+} catch (const UsageIngest::SQLiteError& error) {
+    const std::string database = AppPaths(options.home).database().string();
+    return complain(failedStatus, "cannot read the database " + database + ": " + error.what() +
+                                      "; move it away to have the logs read anew");
 }
 
 int run(const Options& options, const char* argv0) {
     switch (options.job) {
-    case Job::report: return printReport(options);
+    case Job::report: return printedReport(options);
     case Job::helperInstall: return installedHelper(options, helperBeside(argv0));
     case Job::helperRemove: return removedHelper(options);
     case Job::helperStatus: return print(helperStatus(installerFor(AppPaths(options.home))) + "\n");

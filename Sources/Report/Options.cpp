@@ -92,8 +92,7 @@ fs::path homeFolder(const std::optional<std::string>& given, const fs::path& sta
     if (!given && standard.empty()) throw Misuse("cannot tell your home folder; name it with --home");
     const fs::path home = given ? fs::path(*given) : standard;
     std::error_code error;
-    if (!fs::is_directory(home, error)) throw Misuse("the home is not a folder: " + home.string());
-    if (!given || fs::equivalent(home, standard, error)) return standard;
+    if (!fs::is_directory(home, error)) throw Misuse("the home is not a folder: '" + home.string() + "'");
     fs::path canonical = fs::canonical(home, error);
     if (error) throw Misuse("the home cannot be reached: " + home.string());
     return canonical;
@@ -103,14 +102,17 @@ UsageModel::Date instant(const std::string& given) {
     double seconds = 0;
     const char* end = given.data() + given.size();
     const auto [rest, error] = std::from_chars(given.data(), end, seconds);
-    if (error != std::errc() || rest != end || !std::isfinite(seconds))
-        throw Misuse("--now takes a number of seconds since 1970, not: " + given);
+    // Beyond the year 90,000 there is no calendar.
+    constexpr double furthest = 2.7e12;
+    if (error != std::errc() || rest != end || !(std::abs(seconds) < furthest))
+        throw Misuse("--now takes a number of seconds since 1970, not: '" + given + "'");
     return UsageModel::Date{seconds};
 }
 
 UsageModel::Calendar calendarOf(const std::string& zone) {
     const auto calendar = UsageModel::Calendar::inZone(zone);
-    if (!calendar) throw Misuse("--time-zone takes a name such as Europe/Berlin, and knows none called: " + zone);
+    if (!calendar)
+        throw Misuse("--time-zone takes a name such as Europe/Berlin, and knows none called: '" + zone + "'");
     return *calendar;
 }
 
@@ -142,6 +144,8 @@ std::variant<Options, Answer> readOptions(std::vector<std::string> arguments, co
         return Answer{.status = successStatus, .text = app.help()};
     } catch (const CLI::CallForVersion& version) {
         return Answer{.status = successStatus, .text = std::string(version.what()) + "\n"};
+    } catch (const CLI::ExtrasError&) {
+        return misuse("unknown argument: " + app.remaining(true).back());
     } catch (const CLI::ParseError& error) {
         return misuse(error.what());
     } catch (const Misuse& error) {

@@ -35,8 +35,7 @@ struct Answer {
 };
 
 /// Reads the arguments after the program's name; `defaults` hold where an option is absent. The home is an existing
-/// folder. One that is `defaults.home` under another name takes that spelling, any other its canonical one: the
-/// database knows each log by its path, and would count a log again under another spelling.
+/// folder, without links: the database knows each log by its path, and would count a log again under another spelling.
 [[nodiscard]] std::variant<Options, Answer> readOptions(std::vector<std::string> arguments, const Options& defaults);
 
 } // namespace Report

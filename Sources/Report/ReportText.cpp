@@ -112,6 +112,15 @@ void addHelper(Page& page, const UsageReport& report) {
     page.line(std::string(indent) + what + ": run `" + std::string(programName) + " helper install`", faint);
 }
 
+bool isOver(const UsageReport& report, const OfficialWindow& window) {
+    return window.resetsAt && *window.resetsAt <= report.now;
+}
+
+std::string usedText(const UsageReport& report, const OfficialWindow& window) {
+    const std::string used = percentText(window.usedPercentage) + " used";
+    return isOver(report, window) ? "was " + used : used;
+}
+
 void addLimits(Page& page, const UsageReport& report) {
     if (!report.official) {
         page.heading("Official limits");
@@ -121,12 +130,12 @@ void addLimits(Page& page, const UsageReport& report) {
     page.heading("Official limits, " + ageText(report.now - report.official->capturedAt));
     std::vector<Row> rows;
     for (const OfficialWindow& window : report.official->windows)
-        rows.push_back({std::string(displayName(window.window)), percentText(window.usedPercentage) + " used"});
+        rows.push_back({std::string(displayName(window.window)), usedText(report, window)});
     std::vector<std::string> lines = aligned(rows);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const OfficialWindow& window = report.official->windows[i];
         if (window.resetsAt) lines[i].append(columnGap).append(resetText(report, *window.resetsAt));
-        page.line(lines[i], alarm(window.usedPercentage));
+        page.line(lines[i], isOver(report, window) ? faint : alarm(window.usedPercentage));
     }
 }
 
@@ -177,7 +186,8 @@ void addBusiestDays(Page& page, const UsageReport& report) {
 void addAbsence(Page& page, const UsageReport& report, const std::filesystem::path& logFolder) {
     page.line("");
     if (report.logFiles > 0) {
-        page.line("The session logs hold no turns yet. They will show here after Claude Code's first answer.");
+        page.line("The session logs hold no turns yet. They will show here after the first");
+        page.line("answer of Claude Code.");
         return;
     }
     page.line("There are no session logs yet. Once you have used Claude Code, it leaves them in");

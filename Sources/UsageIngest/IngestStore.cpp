@@ -86,6 +86,12 @@ SQLiteDB openFile(const std::filesystem::path& path) {
     refuseForeign(db);
     // Before anything is written: the files that SQLite lays beside it take the database's mode.
     UsageModel::makePrivate(path);
+    for (const char* suffix : {"-wal", "-shm"}) {
+        std::filesystem::path beside = path;
+        if (std::filesystem::exists(beside += suffix)) UsageModel::makePrivate(beside);
+    }
+    // A file that nobody might write was opened for reading alone.
+    if (sqlite3_db_readonly(db.handle(), "main") == 1) return SQLiteDB(path.native());
     return db;
 }
 

@@ -17,7 +17,8 @@ public:
     /// The shim's names under earlier names of the product.
     static constexpr std::array<std::string_view, 2> legacyShimNames{"ferrowind-statusline", "harrow-lane-statusline"};
 
-    /// The current user's home folder: `HOME`, or the user database's where that is not set. Empty where neither is.
+    /// The current user's home folder: `HOME`, or the user database's where that is not set, without links where it is
+    /// there. Empty where neither is set.
     [[nodiscard]] static std::filesystem::path currentHome();
 
     explicit AppPaths(std::filesystem::path home = currentHome()) : home_(std::move(home)) {}

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <string>
 
 namespace UsageModel {
@@ -52,7 +53,14 @@ Calendar Calendar::utc() {
 }
 
 Calendar Calendar::local() {
-    return Calendar(absl::LocalTimeZone());
+    const Calendar local(absl::LocalTimeZone());
+    // The library knows the system's own zone by the link that leads to its rules; people know it by its name.
+    constexpr std::string_view zoneFolder = "/zoneinfo/";
+    std::error_code error;
+    const std::string rules = std::filesystem::canonical(local.zoneName(), error).native();
+    const std::size_t place = rules.rfind(zoneFolder);
+    if (error || !local.zoneName().starts_with('/') || place == std::string::npos) return local;
+    return inZone(rules.substr(place + zoneFolder.size())).value_or(local);
 }
 
 Date Calendar::startOfDay(Date date) const {

@@ -158,6 +158,38 @@ TEST_F(ProgramTest, ALogThatCannotBeReadLeavesTheEarlierReport) {
     EXPECT_EQ(jsonReport()["spans"]["allTime"]["total"]["turns"], 3);
 }
 
+TEST_F(ProgramTest, ADatabaseWithDamagedPagesIsToldInOneLine) {
+    writeLog();
+    for (int i = 0; i < 2000; ++i) TestSupport::appendFile(log, line("2026-02-27T09:00:00.000Z", "claude-opus-4", 2));
+    ASSERT_EQ(report().status, 0);
+    std::fstream damaged(paths.database(), std::ios::in | std::ios::out | std::ios::binary);
+    constexpr int page = 4096;
+    damaged.seekp(2 * page);
+    damaged << std::string(40 * page, '\xA5');
+    damaged.close();
+    const Finished run = report();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.out, IsEmpty());
+    EXPECT_EQ(lineCount(run.err), 1U) << run.err;
+    EXPECT_THAT(run.err, HasSubstr(paths.database().string()));
+}
+
+TEST_F(ProgramTest, AHomeUnderAnotherNameIsTheSameHome) {
+    writeLog();
+    fs::create_directory_symlink(home.path(), home / "link");
+    for (const fs::path& name : {home.path(), home / "link", home / "link/link", home / "."}) {
+        const Finished run = runProgram(name, {"--json", "--now", now});
+        EXPECT_EQ(UsageModel::Json::parse(run.out)["spans"]["allTime"]["total"]["turns"], 3) << name;
+        const Finished given = runProgram("/", {"--json", "--now", now, "--home", name.string()});
+        EXPECT_EQ(UsageModel::Json::parse(given.out)["spans"]["allTime"]["total"]["turns"], 3) << name;
+    }
+}
+
+TEST_F(ProgramTest, ATornMarkerIsNoInstallation) {
+    TestSupport::writeFile(paths.support() / "statusline-install.json", "{\"installed\":tr");
+    EXPECT_THAT(report({"helper", "remove"}).out, StartsWith("The helper was not installed"));
+}
+
 TEST_F(ProgramTest, ClosedOutputIsAFailure) {
     const Finished run = report({}, ">&-");
     EXPECT_EQ(run.status, 1);

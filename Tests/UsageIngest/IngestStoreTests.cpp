@@ -4,6 +4,8 @@
 #include <iterator>
 #include <thread>
 
+#include <functional>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -169,6 +171,38 @@ TEST_F(IngestStoreTest, DamagedAndForeignFilesAreRefusedUntouched) {
     expectRefused();
     exec("CREATE TABLE usage_event(ts REAL);");
     expectRefused();
+}
+
+TEST_F(IngestStoreTest, AFileThatNobodyMayWriteIsMadeTheOwnersAgain) {
+    fs::permissions(folder_.path(), fs::perms(0777));
+    const auto asNobody = [&](const std::function<void()>& work) {
+        const pid_t child = fork();
+        if (child == 0) {
+            if (setgid(65534) != 0 || setuid(65534) != 0) _exit(2);
+            try {
+                work();
+            } catch (const std::exception&) {
+                _exit(1);
+            }
+            _exit(0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        return WEXITSTATUS(status);
+    };
+    if (geteuid() != 0) GTEST_SKIP() << "needs the right to become another user";
+    TestSupport::writeFile(folder_ / "logs/a.jsonl", TurnLog::line(1));
+    const auto sync = [&] {
+        IngestStore store(database_);
+        TurnLog::syncAll(store, folder_ / "logs");
+        TestSupport::appendFile(folder_ / "note", "x");
+    };
+    EXPECT_EQ(asNobody(sync), 0);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(asNobody([&] { fs::permissions(database_, fs::perms(0400)); }), 0);
+        EXPECT_EQ(asNobody(sync), 0);
+        EXPECT_EQ(modeOf(database_), 0600U);
+    }
 }
 
 TEST_F(IngestStoreTest, AFolderInTheWayIsAnError) {
