@@ -51,8 +51,7 @@ std::string unitsText(double units) {
 std::string percentText(double percentage) {
     constexpr double plainBelow = 1e6;
     if (std::abs(percentage) >= plainBelow) return formatted("%.3g%%", percentage);
-    const double tenths = std::round(percentage * 10) / 10;
-    return tenths == std::round(tenths) ? formatted("%.0f%%", tenths) : formatted("%.1f%%", tenths);
+    return formatted("%.0f%%", std::round(percentage));
 }
 
 std::string durationText(double seconds) {

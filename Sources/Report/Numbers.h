@@ -13,7 +13,7 @@ namespace Report {
 [[nodiscard]] std::string compact(std::int64_t count);
 /// Four decimals below a thousand, whole units beyond.
 [[nodiscard]] std::string unitsText(double units);
-/// "42%", "99.5%"; one decimal where there is one.
+/// "42%": rounded, halves away from zero.
 [[nodiscard]] std::string percentText(double percentage);
 /// "less than a minute", "12 min", "2 h 13 min", "3 d 4 h". A span below zero counts as zero.
 [[nodiscard]] std::string durationText(double seconds);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include "Report/Numbers.h"
@@ -135,7 +136,7 @@ void addLimits(Page& page, const UsageReport& report) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const OfficialWindow& window = report.official->windows[i];
         if (window.resetsAt) lines[i].append(columnGap).append(resetText(report, *window.resetsAt));
-        page.line(lines[i], isOver(report, window) ? faint : alarm(window.usedPercentage));
+        page.line(lines[i], isOver(report, window) ? faint : alarm(std::round(window.usedPercentage)));
     }
 }
 

@@ -63,10 +63,14 @@ public:
           fileName_(std::move(fileName)),
           onChange_(std::move(onChange)) {}
 
+    /// Whether the system gave all that a watch needs; it may give it later.
+    [[nodiscard]] bool isOpen() const { return events_.get() != -1 && quit_.get() != -1; }
+    [[nodiscard]] std::shared_ptr<Lookout> reopened() const { return std::make_shared<Lookout>(fileName_, onChange_); }
+
     /// `noWatch` where the folder cannot be watched.
     [[nodiscard]] int watch(const std::filesystem::path& directory) const {
         // A thread that cannot be told to quit must not begin.
-        return quit_.get() == -1 ? noWatch : inotify_add_watch(events_.get(), directory.c_str(), watchedEvents);
+        return !isOpen() ? noWatch : inotify_add_watch(events_.get(), directory.c_str(), watchedEvents);
     }
     /// What is already in the queue stays there. A watch that is dead is let alone.
     void unwatch(int watch) const { inotify_rm_watch(events_.get(), watch); }
@@ -154,6 +158,7 @@ void GaugeWatcher::start() {
         UsageModel::createPrivateFolders(directory_);
     } catch (const std::system_error&) {
     }
+    if (!lookout_->isOpen()) lookout_ = lookout_->reopened();
     watch_ = lookout_->watch(directory_);
     if (watch_ == noWatch || thread_.joinable()) return;
     try {

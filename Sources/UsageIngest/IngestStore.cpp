@@ -105,9 +105,15 @@ IngestStore IngestStore::inMemory() {
 
 IngestStore::IngestStore(SQLiteDB db) : db_(std::move(db)) {
     applySettings(db_);
+    // Not to wait for a process that is in the middle of a long import.
+    if (isCurrent()) return;
     Transaction migration(db_);
     migrate();
     migration.commit();
+}
+
+bool IngestStore::isCurrent() {
+    return meta("schema_version") == schemaVersion && holds(columnsOf(db_, std::string(eventTable)), "effort");
 }
 
 void IngestStore::migrate() {

@@ -73,6 +73,7 @@ public:
 private:
     explicit IngestStore(SQLiteDB db);
 
+    [[nodiscard]] bool isCurrent();
     void migrate();
     [[nodiscard]] std::optional<std::string> meta(const char* key);
     void setMeta(const char* key, const char* value);

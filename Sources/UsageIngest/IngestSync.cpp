@@ -299,8 +299,8 @@ public:
         return ahead_.get();
     }
 
-    /// Begins with the next batch while the rows of `unfinished` are still to be stored. A file that is listed twice has
-    /// its cursor only once they are.
+    /// Begins with the next batch while the rows of `unfinished` are still to be stored. A file that is listed twice
+    /// has its cursor only once they are.
     void start(const Batch& unfinished) {
         Batch batch;
         std::int64_t bytes = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -20,8 +21,9 @@ using UsageModel::WindowKind;
 
 constexpr std::string_view pattern = "(session|weekly|opus)[^\u00B7]*limit[^\u00B7]*\u00B7[^0-9]*resets\\s+"
                                      "(\\d{1,2}):?(\\d{2})?\\s*([ap]m)?\\s*\\(([^)]+)\\)";
-// A true message takes some hundred steps; a contrived one must not hold up the import of everything else.
-constexpr std::uint32_t mostSteps = 100000;
+// A true message takes some hundred steps, and a place where none begins takes one; a contrived text must not hold up
+// the import of everything else.
+constexpr std::int64_t mostSteps = 5'000'000;
 enum Group { keyword = 1, hourDigits, minuteDigits, meridiem, zoneName };
 
 struct CodeFree {
@@ -44,18 +46,26 @@ PCRE2_SPTR bytes(std::string_view text) {
 Code compilePattern() {
     int error = 0;
     PCRE2_SIZE where = 0;
-    constexpr std::uint32_t options = PCRE2_UTF | PCRE2_UCP | PCRE2_CASELESS;
+    constexpr std::uint32_t options = PCRE2_UTF | PCRE2_UCP | PCRE2_CASELESS | PCRE2_AUTO_CALLOUT;
     Code code(pcre2_compile(bytes(pattern), pattern.size(), options, &error, &where, nullptr));
     if (!code) throw std::logic_error("the pattern of limit messages does not compile");
-    // Not compiled further to machine code, which would count no steps: these messages are rare and short.
+    // Not compiled further to machine code: these messages are rare and short.
     return code;
 }
 
-Context boundedContext() {
-    Context context(pcre2_match_context_create(nullptr));
+/// Called before each step of a search, which the library's own limit bounds only from one place to begin to the next.
+int countStep(pcre2_callout_block* /*step*/, void* stepsLeft) {
+    return --*static_cast<std::int64_t*>(stepsLeft) < 0 ? PCRE2_ERROR_MATCHLIMIT : 0;
+}
+
+/// Whether the pattern stands in the text, and found where.
+bool search(std::string_view text, pcre2_match_data* match) {
+    static const Code code = compilePattern();
+    const Context context(pcre2_match_context_create(nullptr));
     if (!context) throw std::bad_alloc();
-    pcre2_set_match_limit(context.get(), mostSteps);
-    return context;
+    std::int64_t stepsLeft = mostSteps;
+    pcre2_set_callout(context.get(), countStep, &stepsLeft);
+    return pcre2_match(code.get(), bytes(text), text.size(), 0, 0, match, context.get()) >= 0;
 }
 
 std::optional<std::string_view> group(std::string_view text, pcre2_match_data* match, Group number) {
@@ -128,11 +138,10 @@ std::optional<Date> resetTime(std::string_view text, pcre2_match_data* match, Da
 } // namespace
 
 std::optional<LimitMessage> readLimitMessage(std::string_view text, Date ts) {
-    static const Code code = compilePattern();
-    static const Context context = boundedContext();
-    const Match match(pcre2_match_data_create_from_pattern(code.get(), nullptr));
+    constexpr std::uint32_t groups = zoneName + 1; // and the whole
+    const Match match(pcre2_match_data_create(groups, nullptr));
     if (!match) throw std::bad_alloc();
-    if (pcre2_match(code.get(), bytes(text), text.size(), 0, 0, match.get(), context.get()) < 0) return std::nullopt;
+    if (!search(text, match.get())) return std::nullopt;
 
     return LimitMessage{
         .window = windowOf(group(text, match.get(), keyword).value_or("")),

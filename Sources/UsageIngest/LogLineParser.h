@@ -28,7 +28,8 @@ public:
     ~LogLineParser();
 
     /// `line` is one line without its line feed, as raw bytes. Whatever is not one whole JSON object with members of
-    /// the right types is ignored, as are turns of no tokens. Never throws but for want of memory.
+    /// the right types, or nested more than a thousand deep, is ignored, as are turns of no tokens. Never throws but
+    /// for want of memory.
     [[nodiscard]] ParsedLine parse(std::string_view line);
 
     /// The limit that a message text says was hit, as logged at `timestamp`. Absent where either is absent, the

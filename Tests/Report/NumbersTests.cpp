@@ -48,7 +48,7 @@ TEST(Numbers, UnitsHaveDecimalsWhileTheyMatter) {
 
 TEST(Numbers, PercentagesHaveADecimalWhereThereIsOne) {
     EXPECT_EQ(percentText(42), "42%");
-    EXPECT_EQ(percentText(99.5), "99.5%");
+    EXPECT_EQ(percentText(99.4), "99%");
     EXPECT_EQ(percentText(99.96), "100%");
     EXPECT_EQ(percentText(140), "140%");
     EXPECT_EQ(percentText(1e300), "1e+300%");

@@ -104,7 +104,7 @@ TEST_F(ProgramTest, TellsTheOfficialLimits) {
                                               R"({"five_hour":{"usedPercentage":12.5,"resetsAt":1772364030}}})");
     const Finished run = report();
     EXPECT_THAT(run.out, HasSubstr("Official limits, read 1 min ago\n"));
-    EXPECT_THAT(run.out, HasSubstr("12.5% used  resets in 1 h 0 min (Sun 2026-03-01 11:20)\n"));
+    EXPECT_THAT(run.out, HasSubstr("13% used  resets in 1 h 0 min (Sun 2026-03-01 11:20)\n"));
 }
 
 TEST_F(ProgramTest, ADamagedGaugeFileIsNoReading) {

@@ -30,8 +30,8 @@ TEST(ReportText, OfAKnownReport) {
     EXPECT_EQ(plain(sampleReport()), R"(Brindlewick, Sun 2026-03-01 10:20 (UTC)
 
 Official limits, read 4 min ago
-  Session · 5h    42% used  resets in 2 h 13 min (Sun 2026-03-01 12:33)
-  Weekly · all  91.5% used
+  Session · 5h  42% used  resets in 2 h 13 min (Sun 2026-03-01 12:33)
+  Weekly · all  92% used
 
 Last 5 hours
   Model  Turns  Input  Output  Cache creation  Cache read   Units
@@ -115,8 +115,8 @@ TEST(ReportText, ColouredHasBoldHeadingsAndTheSameWords) {
 
 TEST(ReportText, ALimitTakesColourAsItFills) {
     auto gauge = sampleGauge();
-    gauge.windows = {{"five_hour", {.usedPercentage = 74.9}}};
-    EXPECT_THAT(withGauge(gauge, Style::coloured), HasSubstr("\n  Session · 5h  74.9% used\n"));
+    gauge.windows = {{"five_hour", {.usedPercentage = 74.4}}};
+    EXPECT_THAT(withGauge(gauge, Style::coloured), HasSubstr("\n  Session · 5h  74% used\n"));
     gauge.windows = {{"five_hour", {.usedPercentage = 75}}};
     EXPECT_THAT(withGauge(gauge, Style::coloured), HasSubstr("\x1b[33m  Session · 5h  75% used\x1b[0m\n"));
     gauge.windows = {{"five_hour", {.usedPercentage = 90}}};

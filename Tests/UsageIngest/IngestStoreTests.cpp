@@ -212,6 +212,16 @@ TEST_F(IngestStoreTest, AFolderInTheWayIsAnError) {
     EXPECT_THROW(IngestStore{folder_ / "file/usage.db"}, std::system_error);
 }
 
+TEST_F(IngestStoreTest, IsOpenedAndReadWhileAnotherWrites) {
+    IngestStore(database_).sync({});
+    SQLiteDB other(database_.native());
+    other.exec("BEGIN IMMEDIATE;");
+    const auto begun = std::chrono::steady_clock::now();
+    IngestStore store(database_);
+    EXPECT_TRUE(store.allEvents()->empty());
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(SQLiteDB::busyTimeoutMilliseconds));
+}
+
 TEST_F(IngestStoreTest, AWriterIsWaitedFor) {
     IngestStore store(database_);
     SQLiteDB other(database_.native());
