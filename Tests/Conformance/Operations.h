@@ -35,6 +35,13 @@ public:
         return decoded<T>(name, *found);
     }
 
+    /// The argument as it stands.
+    [[nodiscard]] const nlohmann::json& raw(const char* name) const {
+        const auto found = json_.find(name);
+        if (found == json_.end()) throw UsageModel::Json::Error(std::string("no argument ") + name);
+        return *found;
+    }
+
 private:
     template <typename T>
     static T decoded(const char* name, const nlohmann::json& json) {
@@ -55,6 +62,8 @@ using Operations = std::map<std::string, Operation, std::less<>>;
 void addRecordOperations(Operations& operations);
 /// The operations on the lines of session logs.
 void addLineOperations(Operations& operations);
+/// The operations of the forecast engine.
+void addEngineOperations(Operations& operations);
 
 [[nodiscard]] Operations allOperations();
 

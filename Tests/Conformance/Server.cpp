@@ -35,6 +35,7 @@ Operations allOperations() {
     Operations operations;
     addRecordOperations(operations);
     addLineOperations(operations);
+    addEngineOperations(operations);
     return operations;
 }
 

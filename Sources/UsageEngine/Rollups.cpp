@@ -1,0 +1,116 @@
+#include "UsageEngine/Rollups.h"
+
+#include <algorithm>
+#include <map>
+
+namespace UsageEngine::Rollups {
+
+namespace {
+
+using UsageModel::Date;
+using UsageModel::DayCell;
+using UsageModel::SeriesPoint;
+
+constexpr double hourSeconds = 3600.0;
+constexpr double weekSeconds = 604800.0;
+
+/// The turns from the first instant of the span to its last, the end included, by time.
+std::vector<WeighedTurn> turnsUpToEnd(const CumulativeQuestion& question) {
+    std::vector<WeighedTurn> kept;
+    for (const WeighedTurn& turn : question.turns) {
+        if (turn.ts >= question.span.from && turn.ts <= question.span.to) kept.push_back(turn);
+    }
+    return byTime(std::move(kept));
+}
+
+std::int64_t heatLevel(double total, double busiest) {
+    if (busiest <= 0.0 || total <= 0.0) return 0;
+    const double share = total / busiest;
+    if (share < 0.15) return 1;
+    if (share < 0.4) return 2;
+    return share < 0.7 ? 3 : 4;
+}
+
+} // namespace
+
+double weightedUsage(WeighedTurns turns, const TimeSpan& span, const TurnFilter& filter) {
+    double sum = 0.0;
+    for (const WeighedTurn& turn : turns) {
+        if (span.contains(turn.ts) && filter.admits(turn)) sum += turn.weight;
+    }
+    return sum;
+}
+
+std::vector<SeriesPoint> hourlyCumulative(const CumulativeQuestion& question) {
+    const auto [from, to] = question.span;
+    std::vector<SeriesPoint> points{{.t = from, .used = 0.0}};
+    if (!(from < to)) return points;
+
+    const std::vector<WeighedTurn> turns = turnsUpToEnd(question);
+    const TurnFilter filter{.opusOnly = false, .bucket = question.bucket};
+    auto turn = turns.begin();
+    double total = 0.0;
+    for (Date t = from; t < to;) {
+        const Date next = std::min(t + hourSeconds, to);
+        for (; turn != turns.end() && turn->ts < next; ++turn) {
+            if (filter.admits(*turn)) total += turn->weight * question.scale;
+        }
+        points.push_back({.t = next, .used = total});
+        t = next;
+    }
+    return points;
+}
+
+UsageModel::ModelBreakdown byModelClass(WeighedTurns turns, const TimeSpan& span) {
+    UsageModel::ModelBreakdown breakdown;
+    for (const WeighedTurn& turn : turns) {
+        if (span.contains(turn.ts)) breakdown.byClass[turn.modelClass] += turn.weight;
+    }
+    return breakdown;
+}
+
+EffortMix byEffort(WeighedTurns turns, const TimeSpan& span) {
+    UsageModel::EnumMap<UsageModel::EffortLevel, double> sums;
+    double total = 0.0;
+    for (const WeighedTurn& turn : turns) {
+        if (!span.contains(turn.ts) || !turn.effort) continue;
+        sums[*turn.effort] += turn.weight;
+        total += turn.weight;
+    }
+    if (!(total > 0.0)) return {};
+
+    EffortMix result;
+    for (const auto& [level, sum] : sums) {
+        const double share = sum / total;
+        result.mix.set(level, share);
+        if (!result.dominant || share > result.mix.valueOr(*result.dominant, 0.0)) result.dominant = level;
+    }
+    return result;
+}
+
+std::vector<DayCell> dailyCalendar(WeighedTurns turns, const UsageModel::Calendar& calendar) {
+    std::map<Date, double> totals;
+    for (const WeighedTurn& turn : turns) totals[calendar.startOfDay(turn.ts)] += turn.weight;
+
+    double busiest = totals.empty() ? 0.0 : totals.begin()->second;
+    for (const auto& [day, total] : totals) busiest = std::max(busiest, total);
+    std::vector<DayCell> cells;
+    for (const auto& [day, total] : totals)
+        cells.push_back({.day = day, .weighted = total, .level = heatLevel(total, busiest)});
+    return cells;
+}
+
+Rollup trailingWeekly(const TrailingQuestion& question) {
+    const Date end = question.resetsAt.value_or(question.now);
+    const TimeSpan span{.from = end - weekSeconds, .to = end};
+    const TurnFilter filter{.opusOnly = question.kind == UsageModel::WindowKind::weeklyOpus, .bucket = {}};
+    return {
+        .kind = question.kind,
+        .used = weightedUsage(question.turns, span, filter),
+        .windowStart = span.from,
+        .windowEnd = span.to,
+        .resetsAt = question.resetsAt,
+    };
+}
+
+} // namespace UsageEngine::Rollups

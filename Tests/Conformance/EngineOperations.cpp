@@ -1,0 +1,174 @@
+#include "Conformance/Operations.h"
+
+#include "UsageEngine/Baseline.h"
+#include "UsageEngine/BurnRate.h"
+#include "UsageEngine/Rollups.h"
+#include "UsageEngine/SessionWindows.h"
+#include "UsageEngine/TimeText.h"
+#include "UsageEngine/WeeklyNormLearning.h"
+
+namespace Conformance {
+
+namespace {
+
+using namespace UsageEngine;
+using namespace UsageModel;
+using nlohmann::json;
+
+/// A row is `[ts, sessionId, model, input, output, cacheCreation, cacheRead, effort or null]`.
+UsageEvent eventOf(const json& row) {
+    const std::string model = row.at(2);
+    const json& effort = row.at(7);
+    return {
+        .ts = Date{row.at(0)},
+        .sessionId = row.at(1).get<std::string>(),
+        .model = model,
+        .modelClass = modelClass(model),
+        .input = row.at(3),
+        .output = row.at(4),
+        .cacheCreation = row.at(5),
+        .cacheRead = row.at(6),
+        .effort = effort.is_null() ? std::nullopt : fromText<EffortLevel>(effort.get<std::string>()),
+    };
+}
+
+std::vector<WeighedTurn> turns(const Arguments& args) {
+    std::vector<UsageEvent> events;
+    for (const json& row : args.raw("events")) events.push_back(eventOf(row));
+    return weigh(events, args.get<CategoryWeights>("weights"));
+}
+
+Calendar calendarNamed(const std::string& zone) {
+    const auto calendar = Calendar::inZone(zone);
+    if (!calendar) throw UsageModel::Json::Error("no zone " + zone);
+    return *calendar;
+}
+
+Calendar calendar(const Arguments& args) {
+    return calendarNamed(args.get<std::string>("timeZone"));
+}
+
+Baseline baseline(const Arguments& args) {
+    const json& form = args.raw("baseline");
+    return {form.at("week").get<std::vector<double>>(), calendarNamed(form.at("timeZone"))};
+}
+
+TimeSpan span(const Arguments& args, const char* from, const char* to) {
+    return {.from = args.get<Date>(from), .to = args.get<Date>(to)};
+}
+
+TurnFilter filter(const Arguments& args) {
+    return {.opusOnly = args.find<bool>("opusOnly").value_or(false), .bucket = args.find<ModelBucket>("bucket")};
+}
+
+json effortForm(const EffortMix& mix) {
+    json form{{"mix", result(mix.mix)}};
+    if (mix.dominant) form["dominant"] = text(*mix.dominant);
+    return form;
+}
+
+json rollupForm(const Rollup& rollup) {
+    json form{{"kind", text(rollup.kind)},
+              {"used", rollup.used},
+              {"windowStart", result(rollup.windowStart)},
+              {"windowEnd", result(rollup.windowEnd)}};
+    if (rollup.resetsAt) form["resetsAt"] = result(*rollup.resetsAt);
+    return form;
+}
+
+void addRollups(Operations& to) {
+    to["SessionWindows.reconstruct"] = [](const Arguments& args) {
+        return result(SessionWindows::reconstruct(turns(args), args.get<Date>("now")));
+    };
+    to["Rollups.weightedUsage"] = [](const Arguments& args) {
+        return result(Rollups::weightedUsage(turns(args), span(args, "from", "to"), filter(args)));
+    };
+    to["Rollups.hourlyCumulative"] = [](const Arguments& args) {
+        const auto all = turns(args);
+        return result(Rollups::hourlyCumulative({.turns = all,
+                                                 .span = span(args, "from", "to"),
+                                                 .scale = args.get<double>("scale"),
+                                                 .bucket = args.find<ModelBucket>("bucket")}));
+    };
+    to["Rollups.byModelClass"] = [](const Arguments& args) {
+        return result(Rollups::byModelClass(turns(args), span(args, "from", "to")));
+    };
+    to["Rollups.byEffort"] = [](const Arguments& args) {
+        return effortForm(Rollups::byEffort(turns(args), span(args, "from", "to")));
+    };
+    to["Rollups.dailyCalendar"] = [](const Arguments& args) {
+        return result(Rollups::dailyCalendar(turns(args), calendar(args)));
+    };
+    to["Rollups.trailingWeekly"] = [](const Arguments& args) {
+        const auto all = turns(args);
+        return rollupForm(Rollups::trailingWeekly({.turns = all,
+                                                   .now = args.get<Date>("now"),
+                                                   .kind = args.get<WindowKind>("kind"),
+                                                   .resetsAt = args.find<Date>("resetsAt")}));
+    };
+}
+
+void addLearning(Operations& to) {
+    to["Baseline.learn"] = [](const Arguments& args) {
+        const auto all = turns(args);
+        const Calendar zone = calendar(args);
+        return result(Baseline::learn({.turns = all,
+                                       .calendar = zone,
+                                       .from = args.find<Date>("from"),
+                                       .to = args.find<Date>("to"),
+                                       .filter = filter(args)})
+                          .week());
+    };
+    to["Baseline.rate"] = [](const Arguments& args) {
+        return result(baseline(args).rate(args.get<Date>("at"), args.get<WindowKind>("window")));
+    };
+    to["Baseline.expectedElapsedShare"] = [](const Arguments& args) {
+        return result(
+            baseline(args).expectedElapsedShare(span(args, "windowStart", "now"), args.get<WindowKind>("window")));
+    };
+    to["Baseline.cumulativeShareCurve"] = [](const Arguments& args) {
+        return result(
+            baseline(args).cumulativeShareCurve(span(args, "windowStart", "windowEnd"), args.get<double>("step")));
+    };
+    to["BurnRate.recent"] = [](const Arguments& args) {
+        const auto all = turns(args);
+        return result(BurnRate::recent(
+            {.turns = all, .now = args.get<Date>("now"), .windowSeconds = args.get<double>("windowSeconds")}));
+    };
+    to["WeeklyNorm.learn"] = [](const Arguments& args) {
+        const auto all = turns(args);
+        return result(learnWeeklyNorm({.turns = all,
+                                       .windowStart = args.get<Date>("windowStart"),
+                                       .span = args.get<double>("span"),
+                                       .now = args.get<Date>("now"),
+                                       .lookback = static_cast<int>(args.get<std::int64_t>("lookback")),
+                                       .filter = filter(args),
+                                       .earliestEvent = args.find<Date>("earliestEvent")}));
+    };
+}
+
+void addTexts(Operations& to) {
+    to["TimeText.duration"] = [](const Arguments& args) { return TimeText::duration(args.get<double>("seconds")); };
+    to["TimeText.until"] = [](const Arguments& args) {
+        return TimeText::until(args.get<Date>("now"), args.find<Date>("date"));
+    };
+    to["TimeText.shortStamp"] = [](const Arguments& args) {
+        return TimeText::shortStamp(args.get<Date>("date"), calendar(args));
+    };
+    to["TimeText.dayAndTime"] = [](const Arguments& args) {
+        return TimeText::dayAndTime(args.get<Date>("date"), calendar(args));
+    };
+    to["TimeText.clock"] = [](const Arguments& args) {
+        return TimeText::clock(args.get<Date>("date"), calendar(args));
+    };
+}
+
+} // namespace
+
+void addEngineOperations(Operations& operations) {
+    addRollups(operations);
+    addLearning(operations);
+    addTexts(operations);
+}
+
+} // namespace Conformance
