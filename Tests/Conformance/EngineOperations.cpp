@@ -2,9 +2,11 @@
 
 #include "UsageEngine/Baseline.h"
 #include "UsageEngine/BurnRate.h"
+#include "UsageEngine/DayGrid.h"
 #include "UsageEngine/Rollups.h"
 #include "UsageEngine/SessionWindows.h"
 #include "UsageEngine/TimeText.h"
+#include "UsageEngine/WeekdayProfile.h"
 #include "UsageEngine/WeeklyNormLearning.h"
 
 namespace Conformance {
@@ -147,6 +149,35 @@ void addLearning(Operations& to) {
     };
 }
 
+void addWeekdays(Operations& to) {
+    to["WeekdayProfile.learn"] = [](const Arguments& args) {
+        const auto all = turns(args);
+        const Calendar zone = calendar(args);
+        return result(WeekdayProfile::learn({.turns = all,
+                                             .calendar = zone,
+                                             .through = args.get<Date>("through"),
+                                             .lookbackWeeks = static_cast<int>(args.get<std::int64_t>("lookbackWeeks")),
+                                             .scale = args.get<double>("scale")}));
+    };
+    to["WeekdayProfile.expectedBurn"] = [](const Arguments& args) {
+        const Calendar zone = calendar(args);
+        return result(args.get<WeekdayProfile>("profile").expectedBurn(
+            {.span = span(args, "from", "to"),
+             .quantile = args.get<WeekdayProfile::Quantile>("quantile"),
+             .calendar = zone}));
+    };
+    to["WeekdayProfile.cumulative"] = [](const Arguments& args) {
+        const Calendar zone = calendar(args);
+        return result(
+            args.get<WeekdayProfile>("profile").cumulative({.span = span(args, "from", "to"),
+                                                            .quantile = args.get<WeekdayProfile::Quantile>("quantile"),
+                                                            .calendar = zone}));
+    };
+    to["DayGrid.columns"] = [](const Arguments& args) {
+        return result(DayGrid::columns(span(args, "windowStart", "windowEnd"), calendar(args)));
+    };
+}
+
 void addTexts(Operations& to) {
     to["TimeText.duration"] = [](const Arguments& args) { return TimeText::duration(args.get<double>("seconds")); };
     to["TimeText.until"] = [](const Arguments& args) {
@@ -168,6 +199,7 @@ void addTexts(Operations& to) {
 void addEngineOperations(Operations& operations) {
     addRollups(operations);
     addLearning(operations);
+    addWeekdays(operations);
     addTexts(operations);
 }
 
