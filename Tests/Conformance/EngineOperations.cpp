@@ -3,6 +3,7 @@
 #include "UsageEngine/Baseline.h"
 #include "UsageEngine/BurnRate.h"
 #include "UsageEngine/DayGrid.h"
+#include "UsageEngine/ForecastShape.h"
 #include "UsageEngine/Rollups.h"
 #include "UsageEngine/SessionWindows.h"
 #include "UsageEngine/TimeText.h"
@@ -178,6 +179,36 @@ void addWeekdays(Operations& to) {
     };
 }
 
+ForecastShape::Standing standing(const Arguments& args) {
+    return {.usedNow = args.get<double>("usedNow"), .sNow = args.get<double>("sNow"), .k = args.find<double>("k")};
+}
+
+void addShapes(Operations& to) {
+    to["ForecastShape.make"] = [](const Arguments& args) {
+        const Baseline learnt = baseline(args);
+        const auto norm = args.get<WeeklyNorm>("norm");
+        return result(ForecastShape::make({.baseline = learnt,
+                                           .norm = norm,
+                                           .scale = args.get<double>("scale"),
+                                           .window = span(args, "windowStart", "windowEnd"),
+                                           .now = args.get<Date>("now"),
+                                           .usedNow = args.get<double>("usedNow"),
+                                           .actualCumulative = args.find<std::vector<SeriesPoint>>("actualCumulative"),
+                                           .recencyHalfLife = args.find<double>("recencyHalfLife"),
+                                           .shrinkage = args.get<double>("shrinkage")}));
+    };
+    to["ForecastShape.share"] = [](const Arguments& args) {
+        return result(args.get<ForecastShape>("shape").share(args.get<Date>("at")));
+    };
+    to["ForecastShape.projected"] = [](const Arguments& args) {
+        return result(args.get<ForecastShape>("shape").projected(standing(args), args.get<Date>("at")));
+    };
+    to["ForecastShape.crossing"] = [](const Arguments& args) {
+        return result(args.get<ForecastShape>("shape").crossing(
+            standing(args), {.level = args.get<double>("level"), .after = args.get<Date>("after")}));
+    };
+}
+
 void addTexts(Operations& to) {
     to["TimeText.duration"] = [](const Arguments& args) { return TimeText::duration(args.get<double>("seconds")); };
     to["TimeText.until"] = [](const Arguments& args) {
@@ -200,6 +231,7 @@ void addEngineOperations(Operations& operations) {
     addRollups(operations);
     addLearning(operations);
     addWeekdays(operations);
+    addShapes(operations);
     addTexts(operations);
 }
 
