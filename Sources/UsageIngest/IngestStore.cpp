@@ -43,12 +43,16 @@ bool holds(const std::vector<std::string>& names, std::string_view name) {
 void refuseForeign(SQLiteDB& db) {
     const auto tables =
         namesIn(db, "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite_%';", 0);
-    if (tables.empty()) return;
+    const auto isOurName = [](const std::string& name) {
+        return std::ranges::find(Schema::tableNames, name) != Schema::tableNames.end();
+    };
+    const bool namesAreOurs = std::ranges::all_of(tables, isOurName);
+    if (namesAreOurs && !holds(tables, eventTable)) return;
     constexpr std::array<std::string_view, 9> firstColumns{
         "ts", "session_id", "file_path", "model", "model_class", "input", "output", "cache_creation", "cache_read"};
     const auto columns = columnsOf(db, std::string(eventTable));
     const bool ours = std::ranges::all_of(firstColumns, [&](std::string_view name) { return holds(columns, name); });
-    if (!ours) throw SQLiteError("the file is another program's database", SQLITE_NOTADB);
+    if (!namesAreOurs || !ours) throw SQLiteError("the file is another program's database", SQLITE_NOTADB);
 }
 
 std::optional<Anchor> toAnchor(const SQLiteStmt& row) {
@@ -113,7 +117,10 @@ IngestStore::IngestStore(SQLiteDB db) : db_(std::move(db)) {
 }
 
 bool IngestStore::isCurrent() {
-    return meta("schema_version") == schemaVersion && holds(columnsOf(db_, std::string(eventTable)), "effort");
+    const std::vector<std::string> names = namesIn(db_, "SELECT name FROM sqlite_master;", 0);
+    const auto isThere = [&](std::string_view name) { return holds(names, name); };
+    return std::ranges::all_of(Schema::tableNames, isThere) && std::ranges::all_of(Schema::indexNames, isThere) &&
+           holds(columnsOf(db_, std::string(eventTable)), "effort") && meta("schema_version") == schemaVersion;
 }
 
 void IngestStore::migrate() {

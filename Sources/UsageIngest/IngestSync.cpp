@@ -336,7 +336,7 @@ SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& pro
     SyncRun run(db_, parser_);
     Transaction transaction(db_);
     // Building the indexes once over all rows costs half of keeping them up row by row.
-    const bool isFirstImport = isUntouched(db_);
+    const bool isFirstImport = !files.empty() && isUntouched(db_);
     if (isFirstImport) db_.exec(Schema::dropEventIndexes);
     BatchReader reader(files, run, reading);
     std::int64_t bytesDone = 0;

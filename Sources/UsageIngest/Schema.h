@@ -1,6 +1,12 @@
 #pragma once
 
+#include <array>
+#include <string_view>
+
 namespace UsageIngest::Schema {
+
+inline constexpr std::array<std::string_view, 4> tableNames{"meta", "file_cursor", "usage_event", "anchor"};
+inline constexpr std::array<std::string_view, 2> indexNames{"ix_event_ts", "ix_event_path"};
 
 inline constexpr const char* tables = R"(CREATE TABLE IF NOT EXISTS meta(key TEXT PRIMARY KEY, value TEXT);
 CREATE TABLE IF NOT EXISTS file_cursor(

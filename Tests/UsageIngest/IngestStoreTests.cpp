@@ -167,10 +167,27 @@ TEST_F(IngestStoreTest, DamagedAndForeignFilesAreRefusedUntouched) {
     TestSupport::writeFile(database_, "short");
     expectRefused();
     fs::remove(database_);
-    exec("CREATE TABLE meta(key TEXT PRIMARY KEY, value TEXT);");
+    exec("CREATE TABLE meta(key TEXT PRIMARY KEY, value TEXT); CREATE TABLE songs(title TEXT);");
     expectRefused();
+    fs::remove(database_);
     exec("CREATE TABLE usage_event(ts REAL);");
     expectRefused();
+}
+
+TEST_F(IngestStoreTest, AnOpeningMakesWhatIsMissing) {
+    fs::create_directories(database_.parent_path());
+    exec("CREATE TABLE meta(key TEXT PRIMARY KEY, value TEXT);");
+    TestSupport::writeFile(folder_ / "logs/a.jsonl", TurnLog::line(1));
+    const auto expectWhole = [&] {
+        IngestStore store(database_);
+        TurnLog::syncAll(store, folder_ / "logs");
+        EXPECT_EQ(TurnLog::countsIn(store), TurnLog::onceEach(1, 1));
+    };
+    expectWhole();
+    for (const char* loss : {"DROP TABLE anchor;", "DROP INDEX ix_event_path;", "DELETE FROM meta;"}) {
+        exec(loss);
+        expectWhole();
+    }
 }
 
 TEST_F(IngestStoreTest, AFileThatNobodyMayWriteIsMadeTheOwnersAgain) {
