@@ -210,10 +210,10 @@ Cursor SyncRun::startOf(const fs::path& file, const FileStat& now, const std::op
 }
 
 void SyncRun::deleteEventsOf(const fs::path& file) {
-    deletedRows_ = true;
     SQLiteStmt removal = db_.prepare(deleteEvents);
     removal.bind(1, file.c_str());
     removal.step();
+    deletedRows_ = deletedRows_ || sqlite3_changes(db_.handle()) > 0;
 }
 
 /// Returns where the last complete line ends.
