@@ -43,16 +43,18 @@ bool holds(const std::vector<std::string>& names, std::string_view name) {
 void refuseForeign(SQLiteDB& db) {
     const auto tables =
         namesIn(db, "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite_%';", 0);
-    const auto isOurName = [](const std::string& name) {
-        return std::ranges::find(Schema::tableNames, name) != Schema::tableNames.end();
-    };
-    const bool namesAreOurs = std::ranges::all_of(tables, isOurName);
-    if (namesAreOurs && !holds(tables, eventTable)) return;
+    if (!holds(tables, eventTable)) {
+        // One that was left half made is ours to finish.
+        const auto isOurs = [](const std::string& name) {
+            return std::ranges::find(Schema::tableNames, name) != Schema::tableNames.end();
+        };
+        if (std::ranges::all_of(tables, isOurs)) return;
+    }
     constexpr std::array<std::string_view, 9> firstColumns{
         "ts", "session_id", "file_path", "model", "model_class", "input", "output", "cache_creation", "cache_read"};
     const auto columns = columnsOf(db, std::string(eventTable));
     const bool ours = std::ranges::all_of(firstColumns, [&](std::string_view name) { return holds(columns, name); });
-    if (!namesAreOurs || !ours) throw SQLiteError("the file is another program's database", SQLITE_NOTADB);
+    if (!ours) throw SQLiteError("the file is another program's database", SQLITE_NOTADB);
 }
 
 std::optional<Anchor> toAnchor(const SQLiteStmt& row) {
@@ -92,7 +94,13 @@ SQLiteDB openFile(const std::filesystem::path& path) {
     UsageModel::makePrivate(path);
     for (const char* suffix : {"-wal", "-shm"}) {
         std::filesystem::path beside = path;
-        if (std::filesystem::exists(beside += suffix)) UsageModel::makePrivate(beside);
+        beside += suffix;
+        try {
+            if (std::filesystem::exists(beside)) UsageModel::makePrivate(beside);
+        } catch (const std::system_error&) {
+            // Another process that closes the database takes them away.
+            if (std::filesystem::exists(beside)) throw;
+        }
     }
     // A file that nobody might write was opened for reading alone.
     if (sqlite3_db_readonly(db.handle(), "main") == 1) return SQLiteDB(path.native());

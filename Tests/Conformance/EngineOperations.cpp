@@ -1,7 +1,9 @@
 #include "Conformance/Operations.h"
 
 #include "UsageEngine/Baseline.h"
+#include "UsageEngine/BottomUpForecast.h"
 #include "UsageEngine/BurnRate.h"
+#include "UsageEngine/CompositeForecast.h"
 #include "UsageEngine/DayGrid.h"
 #include "UsageEngine/ForecastShape.h"
 #include "UsageEngine/Rollups.h"
@@ -209,6 +211,65 @@ void addShapes(Operations& to) {
     };
 }
 
+void addBottomUp(Operations& to) {
+    to["BottomUpForecast.make"] = [](const Arguments& args) {
+        const auto profile = args.get<WeekdayProfile>("profile");
+        const Calendar zone = calendar(args);
+        return result(BottomUpForecast::make({.profile = profile,
+                                              .usedNow = args.get<double>("usedNow"),
+                                              .window = span(args, "windowStart", "windowEnd"),
+                                              .now = args.get<Date>("now"),
+                                              .calendar = zone,
+                                              .recencyWeight = args.get<double>("recencyWeight"),
+                                              .sessionCapCost = args.find<double>("sessionCapCost")}));
+    };
+    to["BottomUpForecast.projected"] = [](const Arguments& args) {
+        return result(
+            args.get<BottomUpForecast>("forecast").projected(args.get<Date>("at"), args.get<double>("kFactor")));
+    };
+    to["BottomUpForecast.crossing"] = [](const Arguments& args) {
+        return result(args.get<BottomUpForecast>("forecast")
+                          .crossing({.level = args.get<double>("level"),
+                                     .after = args.get<Date>("after"),
+                                     .kFactor = args.get<double>("kFactor")}));
+    };
+    to["BottomUpForecast.value"] = [](const Arguments& args) {
+        return result(BottomUpForecast::value(args.get<std::vector<SeriesPoint>>("in"), args.get<Date>("at"),
+                                              args.get<double>("fallback")));
+    };
+}
+
+std::optional<CompositeForecast> composite(const Arguments& args) {
+    const auto all = turns(args);
+    const Calendar zone = calendar(args);
+    return CompositeForecast::make({.turns = all,
+                                    .calendar = zone,
+                                    .window = span(args, "windowStart", "windowEnd"),
+                                    .now = args.get<Date>("now"),
+                                    .scale = args.get<double>("scale"),
+                                    .earliestEvent = args.find<Date>("earliestEvent"),
+                                    .recencyHalfLife = args.find<double>("recencyHalfLife"),
+                                    .shrinkage = args.get<double>("shrinkage")});
+}
+
+CompositeForecast::Course course(const Arguments& args) {
+    return {.edge = args.get<CompositeForecast::Edge>("edge"), .kFactor = args.get<double>("kFactor")};
+}
+
+void addComposite(Operations& to) {
+    to["CompositeForecast.make"] = [](const Arguments& args) { return result(composite(args)); };
+    to["CompositeForecast.projected"] = [](const Arguments& args) {
+        const auto forecast = composite(args);
+        return forecast ? result(forecast->projected(args.get<Date>("at"), course(args))) : json();
+    };
+    to["CompositeForecast.crossing"] = [](const Arguments& args) {
+        const auto forecast = composite(args);
+        if (!forecast) return json();
+        return result(
+            forecast->crossing({.level = args.get<double>("level"), .after = args.get<Date>("after")}, course(args)));
+    };
+}
+
 void addTexts(Operations& to) {
     to["TimeText.duration"] = [](const Arguments& args) { return TimeText::duration(args.get<double>("seconds")); };
     to["TimeText.until"] = [](const Arguments& args) {
@@ -232,6 +293,8 @@ void addEngineOperations(Operations& operations) {
     addLearning(operations);
     addWeekdays(operations);
     addShapes(operations);
+    addBottomUp(operations);
+    addComposite(operations);
     addTexts(operations);
 }
 
