@@ -16,8 +16,9 @@ using UsageModel::WindowKind;
 constexpr double hourSeconds = 3600.0;
 
 std::size_t hourOfWeek(const Calendar& calendar, Date at) {
-    constexpr int hoursOfDay = 24;
-    return static_cast<std::size_t>((calendar.weekday(at) - 1) * hoursOfDay + calendar.hour(at));
+    constexpr std::size_t hoursOfDay = 24;
+    return static_cast<std::size_t>(calendar.weekday(at) - 1) * hoursOfDay +
+           static_cast<std::size_t>(calendar.hour(at));
 }
 
 std::vector<double> flatWeek() {

@@ -81,7 +81,8 @@ std::optional<Date> BottomUpForecast::crossing(const Level& question) const {
         if (point.t < question.after) continue;
         const double total = scaled(point);
         if (question.level <= total) {
-            const double before = previous != nullptr ? scaled(*previous) : total;
+            if (previous == nullptr) return point.t;
+            const double before = scaled(*previous);
             if (!(total - before > smallestRise)) return point.t;
             return previous->t + (point.t - previous->t) * (question.level - before) / (total - before);
         }

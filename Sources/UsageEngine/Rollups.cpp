@@ -95,6 +95,7 @@ std::vector<DayCell> dailyCalendar(WeighedTurns turns, const UsageModel::Calenda
     double busiest = totals.empty() ? 0.0 : totals.begin()->second;
     for (const auto& [day, total] : totals) busiest = std::max(busiest, total);
     std::vector<DayCell> cells;
+    cells.reserve(totals.size());
     for (const auto& [day, total] : totals)
         cells.push_back({.day = day, .weighted = total, .level = heatLevel(total, busiest)});
     return cells;

@@ -8,7 +8,6 @@ namespace UsageEngine {
 
 namespace {
 
-using UsageModel::Date;
 using UsageModel::WeeklyNorm;
 
 // The cone of a user whose spread is not known.
