@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -17,21 +18,36 @@ struct WeighedTurn {
     UsageModel::Date ts;
     /// Log units; negative in a damaged log.
     double weight = 0.0;
+    /// The turn's place among the events it was made from.
+    std::uint32_t event = 0;
     UsageModel::ModelClass modelClass = UsageModel::ModelClass::other;
     std::optional<UsageModel::EffortLevel> effort;
 
     friend bool operator==(const WeighedTurn&, const WeighedTurn&) = default;
 };
 
-/// Turns in any order; what it refers to must outlive it.
+static_assert(sizeof(WeighedTurn) <= 24, "each pass over a million turns reads them all: keep one small");
+
+/// Turns by time, as `weigh` gives them; what it refers to must outlive it.
 using WeighedTurns = std::span<const WeighedTurn>;
 
-/// The turns in the order of the events.
+/// From an instant on, up to but not including another.
+struct TimeSpan {
+    UsageModel::Date from;
+    UsageModel::Date to;
+
+    [[nodiscard]] bool contains(UsageModel::Date date) const { return date >= from && date < to; }
+};
+
+/// The turns of the events by time; those of one instant keep their order. At most 2^32 events, none at an instant
+/// that is not a number.
 [[nodiscard]] std::vector<WeighedTurn> weigh(std::span<const UsageModel::UsageEvent> events,
                                              const UsageModel::CategoryWeights& weights);
 
-/// The turns by time; those of one instant keep their order.
-[[nodiscard]] std::vector<WeighedTurn> byTime(std::vector<WeighedTurn> turns);
+/// The turns in a span, found by halving.
+[[nodiscard]] WeighedTurns within(WeighedTurns turns, const TimeSpan& span);
+/// Those from its first instant to its last, the last included.
+[[nodiscard]] WeighedTurns withinClosed(WeighedTurns turns, const TimeSpan& span);
 
 /// Which turns count against a limit.
 struct TurnFilter {
@@ -43,12 +59,7 @@ struct TurnFilter {
     [[nodiscard]] bool admits(const WeighedTurn& turn) const;
 };
 
-/// From an instant on, up to but not including another.
-struct TimeSpan {
-    UsageModel::Date from;
-    UsageModel::Date to;
-
-    [[nodiscard]] bool contains(UsageModel::Date date) const { return date >= from && date < to; }
-};
+/// The weights of the turns that count, added by time.
+[[nodiscard]] double sumOf(WeighedTurns turns, const TurnFilter& filter = {});
 
 } // namespace UsageEngine

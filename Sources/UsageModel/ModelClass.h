@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -10,7 +11,7 @@
 namespace UsageModel {
 
 /// The families of models. Every list of classes is walked in this order.
-enum class ModelClass { opus, fable, sonnet, haiku, other };
+enum class ModelClass : std::uint8_t { opus, fable, sonnet, haiku, other };
 
 template <>
 struct EnumNames<ModelClass> {
