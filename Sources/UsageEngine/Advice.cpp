@@ -94,8 +94,7 @@ Step stepUp(const Remedy::Upgrade& upgrade) {
 
 Step stepDown(const Remedy::Option& option, EffortLevel current) {
     if (!option.model)
-        return {.title =
-                    "Lower effort: " + std::string(label(current)) + " -> " + std::string(label(*option.effort)),
+        return {.title = "Lower effort: " + std::string(label(current)) + " -> " + std::string(label(*option.effort)),
                 .command = command(*option.effort)};
     const std::string model = nameOf(*option.model);
     return {.title = option.effort ? model + atEffort(*option.effort) : "Route the rest to " + model,
@@ -130,8 +129,7 @@ Recommendation change(const Remedy::Outcome& outcome, const WindowCompute& bindi
     const Remedy::Option& option = *outcome.option;
     const EffortLevel current = binding.whatIf.anchorEffort();
     const auto [title, command] = stepDown(option, current);
-    std::string detail =
-        projectedText(binding) + "; this lands it around " + wholePercent(option.landing) + "%.";
+    std::string detail = projectedText(binding) + "; this lands it around " + wholePercent(option.landing) + "%.";
     if (option.model && !outcome.effortAloneWasEnough && UsageModel::stepDown(current))
         detail += " Lowering effort alone doesn't get you there.";
     return {.kind = Kind::easeOff,

@@ -114,11 +114,9 @@ UsageModel::UsageSnapshot Aggregator::snapshot(const SnapshotInput& input) const
     const WindowKind binding = BindingResolver::resolve(inputs);
     const WindowCompute* bindingWindow = find(computed, binding);
 
-    const Date weekStart = windowBounds({.kind = WindowKind::weeklyAll,
-                                         .gauge = facts.gauge,
-                                         .now = facts.now,
-                                         .anchors = facts.anchors})
-                               .start;
+    const Date weekStart =
+        windowBounds({.kind = WindowKind::weeklyAll, .gauge = facts.gauge, .now = facts.now, .anchors = facts.anchors})
+            .start;
     const std::span<const SessionBlock> weekBlocks = blocksOfWeek(blocks, weekStart);
     const SessionAnchors anchors(facts.anchors);
 

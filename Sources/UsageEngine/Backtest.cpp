@@ -131,11 +131,10 @@ Trial trial(Date asOf, double predictedFinal, double actualFinal) {
 Result summarised(std::vector<Trial> trials) {
     if (trials.empty()) return {};
     const auto absolute = valuesOf(trials, [](const Trial& one) { return one.absoluteErrorPct; });
-    const auto signedErrors = valuesOf(trials, [](const Trial& one) {
-        return (one.predictedFinal - one.actualFinal) / denominator(one.actualFinal);
-    });
-    const auto over = std::ranges::count_if(
-        trials, [](const Trial& one) { return one.predictedFinal > one.actualFinal; });
+    const auto signedErrors = valuesOf(
+        trials, [](const Trial& one) { return (one.predictedFinal - one.actualFinal) / denominator(one.actualFinal); });
+    const auto over =
+        std::ranges::count_if(trials, [](const Trial& one) { return one.predictedFinal > one.actualFinal; });
     const double share = static_cast<double>(over) / static_cast<double>(trials.size());
     return {
         .trials = std::move(trials),

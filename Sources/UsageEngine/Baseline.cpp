@@ -17,13 +17,13 @@ using UsageModel::WindowKind;
 
 constexpr double hourSeconds = 3600.0;
 
-std::size_t hourOfWeek(const LocalHours::Hour& hour) {
+std::size_t hourOfWeek(const LocalHour& hour) {
     constexpr std::size_t hoursOfDay = 24;
     return static_cast<std::size_t>(hour.weekday - 1) * hoursOfDay + static_cast<std::size_t>(hour.hour);
 }
 
 std::size_t hourOfWeek(const Calendar& calendar, Date at) {
-    return hourOfWeek(LocalHours(calendar).at(at));
+    return hourOfWeek(localHour(calendar, at));
 }
 
 std::vector<double> flatWeek() {
@@ -40,10 +40,10 @@ WeighedTurns turnsOf(const Baseline::LearnQuestion& question) {
 
 Baseline Baseline::learn(const LearnQuestion& question) {
     std::vector<double> week(hoursOfWeek, 0.0);
-    LocalHours hours(question.calendar);
-    for (const WeighedTurn& turn : turnsOf(question)) {
-        if (question.filter.admits(turn)) week[hourOfWeek(hours.at(turn.ts))] += turn.weight;
-    }
+    forEachLocalHour(turnsOf(question), question.calendar, [&](const LocalHour& hour, WeighedTurns inHour) {
+        double& sum = week[hourOfWeek(hour)];
+        for (const WeighedTurn& turn : inHour) sum += countedWeight(turn, question.filter);
+    });
     double total = 0.0;
     for (const double hour : week) total += hour;
     if (!(total > 0.0)) return {flatWeek(), question.calendar};

@@ -90,8 +90,7 @@ Verdict verdict(WindowKind binding, std::span<const Input> inputs, Date now) {
     const auto input = std::ranges::find(inputs, binding, [](const Input& one) { return one.state.kind; });
     if (input == inputs.end()) return onTrack("Nothing projected to run out before reset.");
     const Projection& projection = input->projection;
-    if (projection.willBreachBeforeReset && projection.likelyEmpty)
-        return breach(*input, *projection.likelyEmpty, now);
+    if (projection.willBreachBeforeReset && projection.likelyEmpty) return breach(*input, *projection.likelyEmpty, now);
     return landingWithHeadroom(projection);
 }
 

@@ -17,26 +17,16 @@ absl::CivilHour civilHour(const Calendar& calendar, Date date) {
 
 } // namespace
 
-const LocalHours::Hour& LocalHours::at(Date date) {
-    if (span_.contains(date)) return known_;
-    span_ = around(date);
-    known_ = {
-        .day = calendar_.startOfDay(date),
-        .hour = calendar_.hour(date),
-        .weekday = calendar_.weekday(date),
-    };
-    return known_;
+LocalHour localHour(const Calendar& calendar, Date date) {
+    return {.day = calendar.startOfDay(date), .hour = calendar.hour(date), .weekday = calendar.weekday(date)};
 }
 
-/// The hour around a date, where the clock runs evenly through it; nothing but the date where a change of the clock
-/// lies in it.
-TimeSpan LocalHours::around(Date date) const {
-    const absl::CivilSecond clock = calendar_.civil(date);
-    const double second = std::floor(date.secondsSince1970);
-    const Date start{second - clock.minute() * 60.0 - clock.second()};
-    const Date end = start + hourSeconds;
+TimeSpan evenHourAround(const Calendar& calendar, Date date) {
+    const absl::CivilSecond clock = calendar.civil(date);
     const absl::CivilHour hour(clock);
-    const bool runsEvenly = civilHour(calendar_, start) == hour && civilHour(calendar_, end - 1.0) == hour;
+    const Date start{std::floor(date.secondsSince1970) - clock.minute() * 60.0 - clock.second()};
+    const Date end = start + hourSeconds;
+    const bool runsEvenly = civilHour(calendar, start) == hour && civilHour(calendar, end - 1.0) == hour;
     return runsEvenly ? TimeSpan{.from = start, .to = end} : TimeSpan{.from = date, .to = date};
 }
 

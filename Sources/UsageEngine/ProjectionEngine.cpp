@@ -73,8 +73,7 @@ Outlook fromRates(const Question& question) {
     return {
         .earliestEmpty = emptyAt(question, pessimistic),
         .likelyEmpty = emptyAt(question, likely),
-        .endFraction =
-            question.resetsAt ? question.used + likely * (*question.resetsAt - question.now) : question.used,
+        .endFraction = question.resetsAt ? question.used + likely * (*question.resetsAt - question.now) : question.used,
     };
 }
 

@@ -20,13 +20,10 @@ using DayTotals = std::map<Date, double>;
 
 DayTotals totalsByDay(WeighedTurns turns, const UsageModel::Calendar& calendar) {
     DayTotals totals;
-    LocalHours hours(calendar);
-    auto today = totals.end();
-    for (const WeighedTurn& turn : turns) {
-        const Date day = hours.at(turn.ts).day;
-        if (today == totals.end() || today->first != day) today = totals.try_emplace(day, 0.0).first;
-        today->second += turn.weight;
-    }
+    forEachLocalHour(turns, calendar, [&](const LocalHour& hour, WeighedTurns inHour) {
+        double& total = totals[hour.day];
+        for (const WeighedTurn& turn : inHour) total += turn.weight;
+    });
     return totals;
 }
 

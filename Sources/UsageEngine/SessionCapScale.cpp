@@ -102,8 +102,7 @@ SessionCapScale SessionCapScale::learn(const LearnQuestion& question) {
     return {};
 }
 
-std::vector<SessionCapScale::CeilingObservation>
-SessionCapScale::ceilingObservations(const LearnQuestion& question) {
+std::vector<SessionCapScale::CeilingObservation> SessionCapScale::ceilingObservations(const LearnQuestion& question) {
     constexpr double longestAgo = 5184000.0; // 60 days: limits change with the plan
     std::vector<CeilingObservation> observations;
     const SessionAnchors ceilings = SessionAnchors(question.anchors).ceilings();

@@ -40,9 +40,8 @@ Outlook fromBottomUp(const Week& week, const BottomUpForecast& forecast, const W
     const Date end = week.span.to;
     const bool hasTypicalWeek = forecast.typicalWeekTotal > smallestTotal;
     return {
-        .baseline = profile.cumulative({.span = week.span,
-                                        .quantile = WeekdayProfile::Quantile::typical,
-                                        .calendar = week.facts.calendar}),
+        .baseline = profile.cumulative(
+            {.span = week.span, .quantile = WeekdayProfile::Quantile::typical, .calendar = week.facts.calendar}),
         .likelyEnd = BottomUpForecast::value(forecast.curve, end, forecast.usedNow),
         .fastEnd = BottomUpForecast::value(forecast.high, end, forecast.usedNow),
         .likely = forecast.curve,
@@ -95,9 +94,8 @@ Outlook fromComposite(const Week& week, const CompositeForecast& forecast) {
 Outlook fromShape(const Week& week, const ForecastShape& shape) {
     const Date now = week.facts.now;
     const auto at = [&](double factor) {
-        const ForecastShape::Standing standing{.usedNow = week.compute.state.used,
-                                               .sNow = week.compute.shareNow,
-                                               .k = factor * shape.intensity};
+        const ForecastShape::Standing standing{
+            .usedNow = week.compute.state.used, .sNow = week.compute.shareNow, .k = factor * shape.intensity};
         return [&shape, standing](Date t) { return shape.projected(standing, t); };
     };
     Points baseline = shape.cumulativeShare;
@@ -167,8 +165,7 @@ struct Fill {
 
 /// In order of trust: the session's own anchor, the gauge for the one that runs, the learnt cap, the logs alone.
 Fill fillOf(const SessionBlock& block, const WeekSeriesQuestion& question) {
-    const auto [scale, basis] =
-        blockScale(block, question.sessionAnchors, question.facts.turns, question.capScale);
+    const auto [scale, basis] = blockScale(block, question.sessionAnchors, question.facts.turns, question.capScale);
     const bool gaugeIsLive = question.session5h != nullptr && question.session5h->state.confidence.anchored;
     if (basis != SessionCapBasis::ownCeiling && gaugeIsLive && block.isCurrent)
         return {.fraction = question.session5h->state.used, .basis = SessionCapBasis::liveGauge};

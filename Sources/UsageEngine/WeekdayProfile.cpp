@@ -40,13 +40,15 @@ struct Sums {
 
 Sums sumsOver(const TimeSpan& days, const WeekdayProfile::LearnQuestion& question) {
     Sums sums;
-    LocalHours hours(question.calendar);
-    for (const WeighedTurn& turn : within(question.turns, days)) {
-        const double weight = turn.weight * question.scale;
-        const LocalHours::Hour& hour = hours.at(turn.ts);
-        sums.byDay[hour.day] += weight;
-        sums.byHour[static_cast<std::size_t>(hour.hour)] += weight;
-    }
+    forEachLocalHour(within(question.turns, days), question.calendar, [&](const LocalHour& hour, WeighedTurns inHour) {
+        double& daySum = sums.byDay[hour.day];
+        double& hourSum = sums.byHour[static_cast<std::size_t>(hour.hour)];
+        for (const WeighedTurn& turn : inHour) {
+            const double weight = turn.weight * question.scale;
+            daySum += weight;
+            hourSum += weight;
+        }
+    });
     return sums;
 }
 

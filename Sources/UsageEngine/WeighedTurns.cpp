@@ -10,13 +10,13 @@ std::vector<WeighedTurn> weigh(std::span<const UsageModel::UsageEvent> events,
     std::vector<WeighedTurn> turns;
     turns.reserve(events.size());
     for (const UsageModel::UsageEvent& event : events) {
-        turns.push_back({
-            .ts = event.ts,
-            .weight = weights.effective(event),
-            .event = static_cast<std::uint32_t>(turns.size()),
-            .modelClass = event.modelClass,
-            .effort = event.effort,
-        });
+        // Field by field: building it elsewhere and copying it takes three times as long.
+        WeighedTurn& turn = turns.emplace_back();
+        turn.ts = event.ts;
+        turn.weight = weights.effective(event);
+        turn.event = static_cast<std::uint32_t>(turns.size() - 1);
+        turn.modelClass = event.modelClass;
+        turn.effort = event.effort;
     }
     // They come from the store in this order. A stable sort would need more memory.
     const auto order = [](const WeighedTurn& turn) { return std::tuple(turn.ts, turn.event); };
@@ -36,16 +36,9 @@ WeighedTurns withinClosed(WeighedTurns turns, const TimeSpan& span) {
     return {first, last};
 }
 
-bool TurnFilter::admits(const WeighedTurn& turn) const {
-    if (opusOnly && !UsageModel::isOpusClass(turn.modelClass)) return false;
-    return !bucket || UsageModel::bucket(turn.modelClass) == *bucket;
-}
-
 double sumOf(WeighedTurns turns, const TurnFilter& filter) {
     double sum = 0.0;
-    for (const WeighedTurn& turn : turns) {
-        if (filter.admits(turn)) sum += turn.weight;
-    }
+    for (const WeighedTurn& turn : turns) sum += countedWeight(turn, filter);
     return sum;
 }
 

@@ -56,8 +56,17 @@ struct TurnFilter {
     /// Only classes of one bucket.
     std::optional<UsageModel::ModelBucket> bucket;
 
-    [[nodiscard]] bool admits(const WeighedTurn& turn) const;
+    [[nodiscard]] bool admits(const WeighedTurn& turn) const {
+        const bool isOpus = !opusOnly || UsageModel::isOpusClass(turn.modelClass);
+        return isOpus && (!bucket || UsageModel::bucket(turn.modelClass) == *bucket);
+    }
 };
+
+/// What a turn adds to a sum: its weight where it counts, else 0. Classes alternate without a pattern that a processor
+/// could guess; a zero is cheaper than a wrong guess.
+[[nodiscard]] inline double countedWeight(const WeighedTurn& turn, const TurnFilter& filter) {
+    return filter.admits(turn) ? turn.weight : 0.0;
+}
 
 /// The weights of the turns that count, added by time.
 [[nodiscard]] double sumOf(WeighedTurns turns, const TurnFilter& filter = {});

@@ -96,8 +96,8 @@ struct Window {
 };
 
 Window windowOf(WindowKind kind, const Facts& facts) {
-    const WindowBounds bounds = windowBounds(
-        {.kind = kind, .gauge = facts.gauge, .now = facts.now, .anchors = facts.anchors});
+    const WindowBounds bounds =
+        windowBounds({.kind = kind, .gauge = facts.gauge, .now = facts.now, .anchors = facts.anchors});
     return {
         .kind = kind,
         .facts = facts,
@@ -132,9 +132,8 @@ double scaleOf(const Window& window, const LoggedUse& logged, const SessionCapSc
 }
 
 double usedFraction(const Window& window, const LoggedUse& logged, double scale) {
-    const double used = window.gauge
-                            ? window.gauge->fraction + std::max(0.0, logged.total - logged.atGauge) * scale
-                            : logged.total * scale;
+    const double used = window.gauge ? window.gauge->fraction + std::max(0.0, logged.total - logged.atGauge) * scale
+                                     : logged.total * scale;
     return used > 0.0 ? std::min(used, mostUsed) : 0.0;
 }
 

@@ -33,7 +33,9 @@ struct EnumNames<ModelBucket> {
 [[nodiscard]] std::string_view displayName(ModelClass modelClass);
 [[nodiscard]] ModelBucket bucket(ModelClass modelClass);
 /// Whether the class counts against the weekly Opus limit.
-[[nodiscard]] bool isOpusClass(ModelClass modelClass);
+[[nodiscard]] constexpr bool isOpusClass(ModelClass modelClass) {
+    return modelClass == ModelClass::opus || modelClass == ModelClass::fable;
+}
 
 [[nodiscard]] std::string_view label(ModelBucket bucket);
 
