@@ -47,8 +47,7 @@ inline UsageModel::Anchor sessionFull(UsageModel::Date ts) {
 
 /// A window of a reading: how many percent are used, and when it resets.
 inline UsageModel::GaugeWindow told(std::optional<double> percent, std::optional<UsageModel::Date> resetsAt) {
-    return {.usedPercentage = percent,
-            .resetsAt = resetsAt ? std::optional(resetsAt->secondsSince1970) : std::nullopt};
+    return {.usedPercentage = percent, .resetsAt = resetsAt ? std::optional(resetsAt->secondsSince1970) : std::nullopt};
 }
 
 inline UsageModel::GaugeReading reading(UsageModel::Date captured,

@@ -91,8 +91,7 @@ class Capture : public testing::TestWithParam<CaptureRow> {};
 
 TEST_P(Capture, AnchorsOnlyWithinTheWindowSoFar) {
     const auto& row = GetParam();
-    const WindowCompute compute =
-        weekly({.events = {spent(now - day, 1)}, .gauge = weekRead(now + row.captured, 25)});
+    const WindowCompute compute = weekly({.events = {spent(now - day, 1)}, .gauge = weekRead(now + row.captured, 25)});
     EXPECT_EQ(compute.state.confidence.anchored, row.anchored);
     EXPECT_EQ(compute.state.used, row.anchored ? (row.captured < -day ? 1.25 : 0.25) : 1);
     if (!row.anchored) {
@@ -105,8 +104,8 @@ TEST_P(Capture, AnchorsOnlyWithinTheWindowSoFar) {
 
 INSTANTIATE_TEST_SUITE_P(Instants, Capture,
                          testing::Values(CaptureRow{"before the start", -3 * day - 1, false},
-                                         CaptureRow{"at the start", -3 * day, true},
-                                         CaptureRow{"now", 0, true}, CaptureRow{"ahead", 1, false}));
+                                         CaptureRow{"at the start", -3 * day, true}, CaptureRow{"now", 0, true},
+                                         CaptureRow{"ahead", 1, false}));
 
 TEST(WindowComputation, AWindowWithoutAPercentageIsNotAnchored) {
     EXPECT_EQ(weekly({.gauge = weekRead(now - hour, {})}).state.confidence, Confidence::unknown());
@@ -190,8 +189,8 @@ TEST(WindowComputation, OnlyOpusCountsAgainstTheOpusWeek) {
 }
 
 TEST(WindowComputation, AnOpusWeekWithoutOpusIsEmpty) {
-    const WindowCompute compute = Scene{.events = {spent(now - day, 3, ModelClass::sonnet, EffortLevel::low)}}.window(
-        WindowKind::weeklyOpus);
+    const WindowCompute compute =
+        Scene{.events = {spent(now - day, 3, ModelClass::sonnet, EffortLevel::low)}}.window(WindowKind::weeklyOpus);
     EXPECT_EQ(compute.state.used, 0);
     EXPECT_TRUE(compute.whatIf.byFamily.empty());
     EXPECT_EQ(compute.whatIf.outputShare, 0);
@@ -258,7 +257,8 @@ TEST(WindowComputation, ASessionThatBeginsNowHasNoPaceYet) {
 
 TEST(WindowComputation, ASessionIsComparedWithTheClock) {
     const WindowCompute compute =
-        Scene{.events = {spent(now - day, 1000)}, .gauge = sessionRead(2 * hour, now, 60)}.window(WindowKind::session5h);
+        Scene{.events = {spent(now - day, 1000)}, .gauge = sessionRead(2 * hour, now, 60)}.window(
+            WindowKind::session5h);
     EXPECT_DOUBLE_EQ(compute.state.baselineFraction, 0.4);
     EXPECT_DOUBLE_EQ(compute.state.paceVsBaseline, 1.5);
     EXPECT_EQ(compute.norm, WeeklyNorm::empty());
@@ -301,7 +301,8 @@ double usualRate(WindowKind kind, const std::vector<UsageModel::UsageEvent>& eve
 }
 
 TEST(WindowComputation, AWeekThatBeginsNowGoesByTheHoursOfFourWeeks) {
-    const auto rate = [](double age, ModelClass modelClass = ModelClass::opus, WindowKind kind = WindowKind::weeklyAll) {
+    const auto rate = [](double age, ModelClass modelClass = ModelClass::opus,
+                         WindowKind kind = WindowKind::weeklyAll) {
         return usualRate(kind, {spent(now - 2 * week, 4), spent(now - age, 4, modelClass)});
     };
     EXPECT_NEAR(rate(4 * week), 1.0 / 3, 1e-9) << "one hour of three bears it all";
@@ -326,8 +327,7 @@ TEST(WindowComputation, TheNormIsOfFourWeeksAndOfTheModelsThatCount) {
 
 TEST(WindowComputation, TheNormNeedsWeeksThatTheLogsCoverWhole) {
     const Date start = now - 3 * day;
-    const Scene scene{.events = {spent(start - 1.5 * week, 4), spent(start - 1.0, 8)},
-                      .gauge = weekRead(now, {})};
+    const Scene scene{.events = {spent(start - 1.5 * week, 4), spent(start - 1.0, 8)}, .gauge = weekRead(now, {})};
     EXPECT_EQ(weekly(scene).norm.samples, (std::vector<double>{8}));
 }
 
@@ -399,16 +399,17 @@ TEST(WindowComputation, WhatTheWindowWasSpentOn) {
     scene.weights.output = 2;
     scene.weights.classMultiplier = {{ModelClass::haiku, 0.5}, {ModelClass::fable, 2.0}};
     const UsageModel::WhatIfSpace space = weekly(scene).whatIf;
-    EXPECT_EQ(space.byFamily, (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 8.0 / 12},
-                                                                       {ModelClass::haiku, 4.0 / 12}}));
+    EXPECT_EQ(space.byFamily,
+              (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 8.0 / 12}, {ModelClass::haiku, 4.0 / 12}}));
     EXPECT_DOUBLE_EQ(space.outputShare, 8.0 / 12);
     EXPECT_EQ(space.effortMix, (UsageModel::EnumMap<EffortLevel, double>{{EffortLevel::low, 1.0}}));
     EXPECT_EQ(space.currentEffort, EffortLevel::low);
     EXPECT_EQ(space.effortMultiplier, UsageModel::effortOutputPriors());
-    EXPECT_EQ(space.familyMultiplier,
-              (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 1.0}, {ModelClass::fable, 2.0},
-                                                       {ModelClass::sonnet, 1.0}, {ModelClass::haiku, 0.5},
-                                                       {ModelClass::other, 1.0}}));
+    EXPECT_EQ(space.familyMultiplier, (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 1.0},
+                                                                               {ModelClass::fable, 2.0},
+                                                                               {ModelClass::sonnet, 1.0},
+                                                                               {ModelClass::haiku, 0.5},
+                                                                               {ModelClass::other, 1.0}}));
 }
 
 TEST(WindowComputation, TurnsThatWeighNothingTogetherWereSpentOnNothing) {
@@ -480,19 +481,21 @@ TEST(BlockScale, TheLatestAnchorDecidesAndOfEqualsTheFirst) {
     EXPECT_EQ(scaleBy({sessionFull(late), sessionFull(early)}), own(0.125));
     EXPECT_EQ(scaleBy({sessionAt(late, 0.5), sessionFull(late)}), own(0.0625));
     EXPECT_EQ(scaleBy({sessionFull(late), sessionAt(late, 0.5)}), own(0.125));
-    EXPECT_EQ(scaleBy({sessionFull(early), sessionAt(late, {})}), learnt) << "a latest that tells nothing is not passed over";
+    EXPECT_EQ(scaleBy({sessionFull(early), sessionAt(late, {})}), learnt)
+        << "a latest that tells nothing is not passed over";
 }
 
 TEST(BlockScale, WithoutLogsBeforeItAnAnchorTellsNothing) {
     const Turns late{turnAt(blockStart + 2 * hour, 2)};
-    EXPECT_EQ(blockScale(block(), SessionAnchors(std::vector{sessionFull(blockStart + hour)}), late, capOf(4.0)), learnt);
+    EXPECT_EQ(blockScale(block(), SessionAnchors(std::vector{sessionFull(blockStart + hour)}), late, capOf(4.0)),
+              learnt);
 }
 
 TEST(BlockScale, WithoutAnchorAndSoundCapALogUnitIsWorthOne) {
     EXPECT_EQ(scaleBy({}), learnt);
-    for (const std::optional<double> cap : {std::optional<double>{}, std::optional(0.0), std::optional(-1.0),
-                                            std::optional(1e-320),
-                                            std::optional(std::numeric_limits<double>::infinity())})
+    for (const std::optional<double> cap :
+         {std::optional<double>{}, std::optional(0.0), std::optional(-1.0), std::optional(1e-320),
+          std::optional(std::numeric_limits<double>::infinity())})
         EXPECT_EQ(scaleBy({}, cap), BlockScale{}) << cap.value_or(7);
 }
 
