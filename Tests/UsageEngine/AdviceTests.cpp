@@ -100,12 +100,13 @@ TEST_P(EaseOffOf, APauseIsTheLastResort) {
 
 TEST_P(EaseOffOf, AChangeTellsWhereItLands) {
     const auto& [kind, name] = GetParam();
-    EXPECT_EQ(Advice::easeOff(heading(kind, 0.5, 1.01, spaceOf(ModelClass::opus, EffortLevel::high, 1)), now),
-              (Recommendation{.kind = Recommendation::Kind::easeOff,
-                              .title = "Lower effort: High -> Medium",
-                              .detail = std::string(name) + " is projected to hit 101% by reset; this lands it around 88%.",
-                              .impact = "back inside the cap",
-                              .command = "/effort medium"}));
+    EXPECT_EQ(
+        Advice::easeOff(heading(kind, 0.5, 1.01, spaceOf(ModelClass::opus, EffortLevel::high, 1)), now),
+        (Recommendation{.kind = Recommendation::Kind::easeOff,
+                        .title = "Lower effort: High -> Medium",
+                        .detail = std::string(name) + " is projected to hit 101% by reset; this lands it around 88%.",
+                        .impact = "back inside the cap",
+                        .command = "/effort medium"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Windows, EaseOffOf,
@@ -143,18 +144,25 @@ TEST_P(Change, IsToldToTheLetter) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, Change,
     testing::Values(
-        ChangeRow{"an unknown effort is taken for high", ModelClass::opus, {}, 1, 1.1, "Lower effort: High -> Medium",
-                  "/effort medium", "This week is projected to hit 110% by reset; this lands it around 95%."},
+        ChangeRow{"an unknown effort is taken for high",
+                  ModelClass::opus,
+                  {},
+                  1,
+                  1.1,
+                  "Lower effort: High -> Medium",
+                  "/effort medium",
+                  "This week is projected to hit 110% by reset; this lands it around 95%."},
         ChangeRow{"the level as it is shown", ModelClass::opus, EffortLevel::max, 1, 1.05,
                   "Lower effort: Max -> X-High", "/effort xhigh",
                   "This week is projected to hit 105% by reset; this lands it around 95%."},
         ChangeRow{"the text of a level as a command", ModelClass::haiku, EffortLevel::xhigh, 1, 1.1,
                   "Lower effort: X-High -> High", "/effort high",
                   "This week is projected to hit 110% by reset; this lands it around 96%."},
-        ChangeRow{"a model where effort does nothing", ModelClass::opus, EffortLevel::high, 0, 1.1,
-                  "Route the rest to Sonnet", "/model sonnet",
-                  "This week is projected to hit 110% by reset; this lands it around 86%. Lowering effort alone doesn't "
-                  "get you there."},
+        ChangeRow{
+            "a model where effort does nothing", ModelClass::opus, EffortLevel::high, 0, 1.1,
+            "Route the rest to Sonnet", "/model sonnet",
+            "This week is projected to hit 110% by reset; this lands it around 86%. Lowering effort alone doesn't "
+            "get you there."},
         ChangeRow{"a model where effort cannot be lowered", ModelClass::opus, EffortLevel::low, 0, 1.1,
                   "Route the rest to Sonnet", "/model sonnet",
                   "This week is projected to hit 110% by reset; this lands it around 86%."},
@@ -190,7 +198,8 @@ TEST(EaseOff, PercentsAreRoundedHalvesUpAndNotGrouped) {
 
 LiveModel runs(ModelClass modelClass, std::optional<EffortLevel> effort, int sessions = 1) {
     LiveModel live{.outputShare = 0.5, .weight = 1, .turns = 3, .lastTurn = now - 60.0};
-    for (int i = 0; i < sessions; ++i) live.sessions.push_back({.modelClass = modelClass, .lastTurn = now, .weight = 1});
+    for (int i = 0; i < sessions; ++i)
+        live.sessions.push_back({.modelClass = modelClass, .lastTurn = now, .weight = 1});
     live.byClass = {{modelClass, 1.0}};
     if (effort) live.byEffort = {{*effort, 1.0}};
     return live;
@@ -229,24 +238,25 @@ TEST_P(SpendMore, IsToldToTheLetter) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, SpendMore,
     testing::Values(
-        UpgradeRow{"model and effort", runs(ModelClass::sonnet, EffortLevel::high), 0.11, "Room for Fable at max effort",
-                   "/model fable",
+        UpgradeRow{"model and effort", runs(ModelClass::sonnet, EffortLevel::high), 0.11,
+                   "Room for Fable at max effort", "/model fable",
                    "You're on Sonnet at high effort. This week lands at 11% at this pace; this takes it to about 14% — "
                    "still inside."},
         UpgradeRow{"a model alone", runs(ModelClass::haiku, {}), 0.11, "Room to move up to Fable", "/model fable",
                    "You're on Haiku. This week lands at 11% at this pace; this takes it to about 20% — still inside."},
-        UpgradeRow{"effort alone", runs(ModelClass::fable, EffortLevel::medium), 0.5, "Room to raise effort to Max",
-                   "/effort max",
-                   "You're on Fable at medium effort. This week lands at 50% at this pace; this takes it to about 73% — "
-                   "still inside."},
-        UpgradeRow{"effort as shown", runs(ModelClass::fable, EffortLevel::high, 2), 0.7, "Room to raise effort to X-High",
-                   "/effort xhigh",
+        UpgradeRow{
+            "effort alone", runs(ModelClass::fable, EffortLevel::medium), 0.5, "Room to raise effort to Max",
+            "/effort max",
+            "You're on Fable at medium effort. This week lands at 50% at this pace; this takes it to about 73% — "
+            "still inside."},
+        UpgradeRow{"effort as shown", runs(ModelClass::fable, EffortLevel::high, 2), 0.7,
+                   "Room to raise effort to X-High", "/effort xhigh",
                    "You're on Fable at high effort across 2 live sessions. This week lands at 70% at this pace; this "
                    "takes it to about 79% — still inside."},
-        UpgradeRow{"sessions without an effort", runs(ModelClass::haiku, {}, 3), 0.2, "Room to move up to Opus",
-                   "/model opus",
-                   "You're on Haiku across 3 live sessions. This week lands at 20% at this pace; this takes it to about "
-                   "60% — still inside."},
+        UpgradeRow{
+            "sessions without an effort", runs(ModelClass::haiku, {}, 3), 0.2, "Room to move up to Opus", "/model opus",
+            "You're on Haiku across 3 live sessions. This week lands at 20% at this pace; this takes it to about "
+            "60% — still inside."},
         UpgradeRow{"effort in small letters", runs(ModelClass::opus, EffortLevel::xhigh), 0.625,
                    "Room to raise effort to Max", "/effort max",
                    "You're on Opus at x-high effort. This week lands at 63% at this pace; this takes it to about 69% — "
@@ -259,8 +269,8 @@ TEST_P(SpendMoreIn, NamesTheWindowAndTheOthers) {
     const auto& [kind, name] = GetParam();
     std::vector<WindowCompute> computed{roomy(kind)};
     const LiveModel live = runs(ModelClass::opus, {});
-    const std::string words = "You're on Opus. " + std::string(name) +
-                              " lands at 11% at this pace; this takes it to about 12% — ";
+    const std::string words =
+        "You're on Opus. " + std::string(name) + " lands at 11% at this pace; this takes it to about 12% — ";
     EXPECT_EQ(roomIn(computed, live)->detail, words + "still inside.");
     computed.push_back(roomy(kind == WindowKind::session5h ? WindowKind::weeklyAll : WindowKind::session5h));
     EXPECT_EQ(roomIn(computed, live)->detail, words + "and every other window stays inside too.");
@@ -319,7 +329,8 @@ TEST(SpendMore, PricesAreThoseOfWhatRunsNow) {
 }
 
 TEST(SpendMore, OfAnOpusWeekOnlyOpusIsSpent) {
-    const auto advice = roomIn({roomy(WindowKind::weeklyOpus), roomy(WindowKind::weeklyAll)}, runs(ModelClass::haiku, {}));
+    const auto advice =
+        roomIn({roomy(WindowKind::weeklyOpus), roomy(WindowKind::weeklyAll)}, runs(ModelClass::haiku, {}));
     EXPECT_EQ(advice->title, "Room to move up to Sonnet") << "how much Opus a step up would be cannot be told";
     EXPECT_NE(advice->detail.find("takes it to about 10%"), std::string::npos);
 }

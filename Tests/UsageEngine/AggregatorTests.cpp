@@ -32,8 +32,7 @@ std::vector<WindowKind> projectedKindsOf(const UsageSnapshot& snapshot) {
 
 TEST(Aggregator, WithNothingAtAllThreeMetersRest) {
     const UsageSnapshot snapshot = Scene{}.snapshot();
-    EXPECT_EQ(kindsOf(snapshot),
-              (std::vector{WindowKind::session5h, WindowKind::weeklyAll, WindowKind::weeklyOpus}));
+    EXPECT_EQ(kindsOf(snapshot), (std::vector{WindowKind::session5h, WindowKind::weeklyAll, WindowKind::weeklyOpus}));
     EXPECT_EQ(projectedKindsOf(snapshot), kindsOf(snapshot));
     for (const auto& meter : snapshot.meters) {
         EXPECT_EQ(meter.used, 0);
@@ -41,10 +40,11 @@ TEST(Aggregator, WithNothingAtAllThreeMetersRest) {
     }
     EXPECT_EQ(snapshot.generatedAt, now);
     EXPECT_EQ(snapshot.binding, WindowKind::session5h) << "the first of equals";
-    EXPECT_EQ(snapshot.verdict, (UsageModel::Verdict{.headline = "On track",
-                                                     .consequence = UsageModel::Consequence::fine,
-                                                     .severity = UsageModel::Severity::green,
-                                                     .subtext = "Projected to reach about 0% by reset — with headroom."}));
+    EXPECT_EQ(snapshot.verdict,
+              (UsageModel::Verdict{.headline = "On track",
+                                   .consequence = UsageModel::Consequence::fine,
+                                   .severity = UsageModel::Severity::green,
+                                   .subtext = "Projected to reach about 0% by reset — with headroom."}));
     EXPECT_EQ(snapshot.bindingProjection, snapshot.projections.front());
     EXPECT_TRUE(snapshot.weekSessions.empty());
     EXPECT_TRUE(snapshot.calendar.empty());
@@ -98,9 +98,9 @@ TEST(Aggregator, WithoutAWeekThereIsNoChartButItsSessions) {
 }
 
 TEST(Aggregator, ModelsAreThoseOfTheWeekUpToNow) {
-    const Scene scene{
-        .events = {spent(now, 1), spent(now - 1.0, 2, ModelClass::sonnet), spent(now - day, 4), spent(now - day - 1.0, 8)},
-        .gauge = reading(now, {{"seven_day", told(10, now + 6 * day)}})};
+    const Scene scene{.events = {spent(now, 1), spent(now - 1.0, 2, ModelClass::sonnet), spent(now - day, 4),
+                                 spent(now - day - 1.0, 8)},
+                      .gauge = reading(now, {{"seven_day", told(10, now + 6 * day)}})};
     EXPECT_EQ(scene.snapshot().models.byClass,
               (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 4.0}, {ModelClass::sonnet, 2.0}}));
 }
@@ -123,10 +123,11 @@ TEST(Aggregator, WhatRunsIsReadOverFortyFiveMinutes) {
 
 TEST(Aggregator, TheImportsProgressIsHandedOn) {
     const UsageModel::IngestProgress progress{.bytesDone = 3, .bytesTotal = 7, .complete = false};
-    EXPECT_EQ(Aggregator{}
-                  .snapshot({.events = {}, .anchors = {}, .gauge = {}, .now = now, .ingest = progress, .heldSessionCap = {}})
-                  .ingest,
-              progress);
+    EXPECT_EQ(
+        Aggregator{}
+            .snapshot({.events = {}, .anchors = {}, .gauge = {}, .now = now, .ingest = progress, .heldSessionCap = {}})
+            .ingest,
+        progress);
 }
 
 TEST(Aggregator, ThePricesOfALiveProgramAreItsOwn) {
@@ -135,7 +136,8 @@ TEST(Aggregator, ThePricesOfALiveProgramAreItsOwn) {
 }
 
 TEST(Aggregator, EventsNeedNotStandByTime) {
-    Scene scene{.events = {spent(now - hour, 1), spent(now - 9 * hour, 2), spent(now - 8 * day, 4), spent(now - 2 * hour, 8)}};
+    Scene scene{
+        .events = {spent(now - hour, 1), spent(now - 9 * hour, 2), spent(now - 8 * day, 4), spent(now - 2 * hour, 8)}};
     const UsageSnapshot snapshot = scene.snapshot();
     std::ranges::sort(scene.events, {}, &UsageModel::UsageEvent::ts);
     EXPECT_EQ(scene.snapshot(), snapshot);
@@ -232,8 +234,8 @@ TEST(WeekSessions, AreScaledByTheCapWithAllTheirModels) {
     const Scene scene{.events = {spent(now - hour, 3), spent(now - hour, 1, ModelClass::sonnet)}, .heldCap = 8};
     const auto sessions = scene.snapshot().weekSessions;
     EXPECT_EQ(sessions[0].usedFraction, 0.5);
-    EXPECT_EQ(sessions[0].byModelClass, (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 0.375},
-                                                                                 {ModelClass::sonnet, 0.125}}));
+    EXPECT_EQ(sessions[0].byModelClass,
+              (UsageModel::EnumMap<ModelClass, double>{{ModelClass::opus, 0.375}, {ModelClass::sonnet, 0.125}}));
 }
 
 TEST(WeekSessions, ACeilingMakesWhatWasSpentByThenFull) {
@@ -253,7 +255,8 @@ TEST(WeekSessions, AnAnchorThatMakesALogUnitWorthOneCountsAsNone) {
 TEST(Binding, IsWhatRunsOutFirst) {
     // The session is at 95 % after an hour, the week at 50 % after six days.
     const Scene scene{.events = {spent(now - 0.5 * hour, 10)},
-                      .gauge = reading(now, {{"five_hour", told(95, now + 4 * hour)}, {"seven_day", told(50, now + day)}})};
+                      .gauge =
+                          reading(now, {{"five_hour", told(95, now + 4 * hour)}, {"seven_day", told(50, now + day)}})};
     const UsageSnapshot snapshot = scene.snapshot();
     EXPECT_EQ(snapshot.binding, WindowKind::session5h);
     EXPECT_EQ(snapshot.bindingProjection, snapshot.projections[0]);
