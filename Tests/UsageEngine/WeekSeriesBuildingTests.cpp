@@ -184,8 +184,7 @@ TEST(WeekSeriesBuilding, TheLineSoFarGoesByHoursOfTheWindow) {
                                  spent(now - 3 * hour, 8), spent(now + 1.0, 16)},
                       .gauge = reading(now - day, {{"seven_day", told({}, now + (week - 2.5 * hour))}})};
     const Date start = now - 2.5 * hour;
-    EXPECT_EQ(drawn(scene).actual,
-              (Points{{start, 0}, {start + hour, 1}, {start + 2 * hour, 3}, {now, 3}}));
+    EXPECT_EQ(drawn(scene).actual, (Points{{start, 0}, {start + hour, 1}, {start + 2 * hour, 3}, {now, 3}}));
 }
 
 TEST(WeekSeriesBuilding, AWeekThatIsYetToBeginHasNoLine) {
