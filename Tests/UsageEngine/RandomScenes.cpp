@@ -94,12 +94,13 @@ void settle(Draw& draw, Scene& scene) {
 Scene randomScene(Draw& draw) {
     Scene scene{.now = Date{draw.between(1.6e9, 1.9e9)}, .calendar = draw.oneOf(calendars)};
     if (draw.oneIn(3)) scene.now = Date{std::floor(scene.now.secondsSince1970)};
-    scene.weights = {.input = 1,
-                     .output = 4,
-                     .cacheCreation = 2,
-                     .cacheRead = 0.25,
-                     .classMultiplier = {{ModelClass::opus, 1.0}, {ModelClass::fable, 2.0}, {ModelClass::sonnet, 0.5},
-                                         {ModelClass::haiku, 0.25}}};
+    scene.weights = {
+        .input = 1,
+        .output = 4,
+        .cacheCreation = 2,
+        .cacheRead = 0.25,
+        .classMultiplier = {
+            {ModelClass::opus, 1.0}, {ModelClass::fable, 2.0}, {ModelClass::sonnet, 0.5}, {ModelClass::haiku, 0.25}}};
     const std::size_t count = draw.oneIn(8) ? draw.below(3) : draw.below(120);
     for (std::size_t i = 0; i < count; ++i) scene.events.push_back(randomEvent(draw, scene.now));
     if (draw.oneIn(2)) addRoutine(draw, scene);

@@ -46,10 +46,9 @@ TEST(SnapshotProperty, TheScenesAreWorthTheirWhile) {
         if (snapshot.weekSeries->coneFastEnd.used > snapshot.weekSeries->coneLikelyEnd.used) ++seen["has a cone"];
         for (const auto& bar : snapshot.weekSeries->sessions) ++seen[std::string(text(bar.capBasis))];
     });
-    for (const char* what :
-         {"anchored", "not anchored", "breaches", "does not breach", "easeOff", "spendMore", "no advice", "session5h",
-          "weeklyAll", "weeklyOpus", "crosses later", "has a cone", "ownCeiling", "liveGauge", "learnedScale",
-          "uncalibrated"})
+    for (const char* what : {"anchored", "not anchored", "breaches", "does not breach", "easeOff", "spendMore",
+                             "no advice", "session5h", "weeklyAll", "weeklyOpus", "crosses later", "has a cone",
+                             "ownCeiling", "liveGauge", "learnedScale", "uncalibrated"})
         EXPECT_GE(seen[what], 10) << what;
 }
 

@@ -156,6 +156,14 @@ TEST(WindowBounds, AResetLongPastStaysOnItsGrid) {
     EXPECT_EQ(std::fmod(bounds.resetsAt->secondsSince1970, fiveHours), 0.25);
 }
 
+TEST(WindowBounds, AResetAheadByLessThanNumbersTellIsOneThatIsNow) {
+    // Here dates begin to be held to a two millionth of a second, and not to half of that.
+    const Date moment{0x1p31};
+    const GaugeReading gauge = reading(moment, {{"five_hour", told(10, moment - fiveHours + 0x1p-22)}});
+    EXPECT_EQ(windowBounds({.kind = WindowKind::session5h, .gauge = &gauge, .now = moment, .anchors = {}}),
+              endingAt(moment + fiveHours, false));
+}
+
 TEST(WindowBounds, BeforeNineteenSeventyTheGridIsTheSame) {
     const GaugeReading gauge = reading(Date{-1e6}, {{"five_hour", told(10, Date{-1e6 - 1})}});
     EXPECT_EQ(windowBounds({.kind = WindowKind::session5h, .gauge = &gauge, .now = Date{-1e6}, .anchors = {}}),
