@@ -206,54 +206,6 @@ TEST(WindowComputation, ElapsedIsHeldToTheWindow) {
     EXPECT_EQ(weekly({}).state.elapsedFraction, 1) << "a trailing window";
 }
 
-// Rates: a session's likely rate is half its own average and half that of the last hour; the fast one that of the last
-// quarter. Seen through where the session ends, and when it is empty.
-
-struct Rates {
-    double likely = 0.0;
-    double fast = 0.0;
-};
-
-/// A session of 100 log units that is to run for a million seconds more, so that both rates reach the limit.
-Rates ratesOf(double elapsed, const std::vector<UsageModel::UsageEvent>& events) {
-    const Scene scene{.events = events, .gauge = sessionRead(elapsed, now, {})};
-    const WindowCompute compute = scene.window(WindowKind::session5h, capOf(100.0));
-    const double left = 1 - compute.state.used;
-    return {.likely = (compute.projection.endFraction - compute.state.used) / (5 * hour - elapsed),
-            .fast = left / (*compute.projection.earliestEmpty - now)};
-}
-
-TEST(WindowComputation, RatesAreNotDilutedByTheTimeBeforeTheWindow) {
-    const Rates rates = ratesOf(600, {spent(now - 300.0, 6), spent(now - 601.0, 50)});
-    EXPECT_NEAR(rates.likely, 0.06 / 600, 1e-12);
-    EXPECT_NEAR(rates.fast, 0.06 / 600, 1e-9);
-}
-
-TEST(WindowComputation, RatesLookBackAnHourAndAQuarter) {
-    const Rates rates = ratesOf(2 * hour, {spent(now - 1.5 * hour, 18), spent(now - hour, 6), spent(now - 900.0, 12)});
-    EXPECT_NEAR(rates.likely, 0.5 * (0.36 / 7200) + 0.5 * (0.18 / 3600), 1e-12) << "the ends of an hour belong to it";
-    EXPECT_NEAR(rates.fast, 0.12 / 900, 1e-9);
-}
-
-TEST(WindowComputation, ATurnOfThisInstantCountsInTheRatesAlone) {
-    const Rates rates = ratesOf(2 * hour, {spent(now, 18)});
-    EXPECT_NEAR(rates.likely, 0.5 * 0.18 / 3600, 1e-12);
-    EXPECT_NEAR(rates.fast, 0.18 / 900, 1e-9);
-}
-
-TEST(WindowComputation, AWindowOfASecondHasTheRateOfASecond) {
-    const Rates rates = ratesOf(0.5, {spent(now - 0.25, 1)});
-    EXPECT_NEAR(rates.likely, 0.5 * (0.01 / 0.5) + 0.5 * 0.01, 1e-9);
-}
-
-TEST(WindowComputation, ASessionThatBeginsNowHasNoPaceYet) {
-    const WindowCompute compute =
-        Scene{.events = {spent(now, 18)}, .gauge = sessionRead(0, now, 10)}.window(WindowKind::session5h, capOf(100.0));
-    EXPECT_NEAR(compute.projection.endFraction, 0.1 + 0.5 * 0.18 * 18000, 1e-9);
-    EXPECT_EQ(compute.state.baselineFraction, 0);
-    EXPECT_DOUBLE_EQ(compute.state.paceVsBaseline, 0.1 / 1e-6);
-}
-
 TEST(WindowComputation, ASessionIsComparedWithTheClock) {
     const WindowCompute compute =
         Scene{.events = {spent(now - day, 1000)}, .gauge = sessionRead(2 * hour, now, 60)}.window(
@@ -441,84 +393,6 @@ TEST(WindowComputation, WithoutAnythingAllIsAtRest) {
         EXPECT_EQ(compute.norm, WeeklyNorm::empty());
         EXPECT_EQ(compute.state.paceVsBaseline, 0);
     }
-}
-
-// What a block is worth.
-
-constexpr Date blockStart = sunday;
-
-UsageModel::SessionBlock block() {
-    return {.start = blockStart, .end = blockStart + 5 * hour, .usedFraction = 10, .byModelClass = {}};
-}
-
-BlockScale scaleBy(const std::vector<UsageModel::Anchor>& anchors, std::optional<double> cap = 4.0) {
-    const Turns turns{turnAt(blockStart, 4), turnAt(blockStart + hour, 4), turnAt(blockStart + 2 * hour, 2)};
-    return blockScale(block(), SessionAnchors(anchors), turns, capOf(cap));
-}
-
-constexpr BlockScale learnt{.scale = 0.25, .basis = UsageModel::SessionCapBasis::learnedScale};
-
-BlockScale own(double scale) {
-    return {.scale = scale, .basis = UsageModel::SessionCapBasis::ownCeiling};
-}
-
-TEST(BlockScale, ACeilingMakesWhatWasSpentByThenAFullSession) {
-    EXPECT_EQ(scaleBy({sessionFull(blockStart + 1.5 * hour)}), own(0.125));
-    EXPECT_EQ(scaleBy({sessionFull(blockStart + hour)}), own(0.25)) << "a turn of that instant came after it";
-}
-
-TEST(BlockScale, APercentageIsWorthItsFraction) {
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 1.5 * hour, 0.5)}), own(0.0625));
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 1.5 * hour, {})}), learnt);
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 1.5 * hour, 0.0)}), learnt);
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 1.5 * hour, -1.0)}), learnt);
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 1.5 * hour, 1e300)}), learnt);
-}
-
-TEST(BlockScale, ARatioOfExactlyOneCountsAsNone) {
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 0.5 * hour, 4.0)}), learnt);
-    EXPECT_EQ(scaleBy({sessionAt(blockStart + 0.5 * hour, 4.0)}, {}), BlockScale{});
-}
-
-TEST(BlockScale, AnAnchorBelongsToABlockAfterItsStartUpToItsEnd) {
-    EXPECT_EQ(scaleBy({sessionFull(blockStart)}), learnt);
-    EXPECT_EQ(scaleBy({sessionFull(blockStart + 1.0)}), own(0.25));
-    EXPECT_EQ(scaleBy({sessionFull(blockStart + 5 * hour)}), own(0.1));
-    EXPECT_EQ(scaleBy({sessionFull(blockStart + (5 * hour + 1))}), learnt);
-    EXPECT_EQ(scaleBy({resetTold(WindowKind::weeklyAll, blockStart + hour, {})}), learnt);
-}
-
-TEST(BlockScale, TheLatestAnchorDecidesAndOfEqualsTheFirst) {
-    const Date early = blockStart + 0.5 * hour;
-    const Date late = blockStart + 1.5 * hour;
-    EXPECT_EQ(scaleBy({sessionFull(late), sessionFull(early)}), own(0.125));
-    EXPECT_EQ(scaleBy({sessionAt(late, 0.5), sessionFull(late)}), own(0.0625));
-    EXPECT_EQ(scaleBy({sessionFull(late), sessionAt(late, 0.5)}), own(0.125));
-    EXPECT_EQ(scaleBy({sessionFull(early), sessionAt(late, {})}), learnt)
-        << "a latest that tells nothing is not passed over";
-}
-
-TEST(BlockScale, WithoutLogsBeforeItAnAnchorTellsNothing) {
-    const Turns late{turnAt(blockStart + 2 * hour, 2)};
-    EXPECT_EQ(blockScale(block(), SessionAnchors(std::vector{sessionFull(blockStart + hour)}), late, capOf(4.0)),
-              learnt);
-}
-
-TEST(BlockScale, LogsOfABillionthTellNothing) {
-    const auto scaleOf = [](double weight) {
-        const Turns turns{turnAt(blockStart, weight)};
-        return blockScale(block(), SessionAnchors(std::vector{sessionFull(blockStart + hour)}), turns, capOf(4.0));
-    };
-    EXPECT_EQ(scaleOf(1e-9), learnt);
-    EXPECT_EQ(scaleOf(0x1p-29), own(0x1p29));
-}
-
-TEST(BlockScale, WithoutAnchorAndSoundCapALogUnitIsWorthOne) {
-    EXPECT_EQ(scaleBy({}), learnt);
-    for (const std::optional<double> cap :
-         {std::optional<double>{}, std::optional(0.0), std::optional(-1.0), std::optional(1e-320),
-          std::optional(std::numeric_limits<double>::infinity())})
-        EXPECT_EQ(scaleBy({}, cap), BlockScale{}) << cap.value_or(7);
 }
 
 } // namespace
