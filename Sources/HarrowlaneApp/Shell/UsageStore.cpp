@@ -70,7 +70,10 @@ void UsageStore::start() {
 
 void UsageStore::startGaugeWatch() {
     // On the watcher's thread: the run itself belongs to the main one.
-    const auto onChange = [this] { QMetaObject::invokeMethod(this, [this] { refresh(); }, Qt::QueuedConnection); };
+    const auto onChange = [this] {
+        QMetaObject::invokeMethod(
+            this, [this] { refresh(); }, Qt::QueuedConnection);
+    };
     gaugeWatcher_.emplace(world_.paths.gaugeFile(), onChange);
     gaugeWatcher_->start();
 }

@@ -5,9 +5,7 @@
 #include <thread>
 
 #include <QCoreApplication>
-#include <QCoroSignal>
 #include <QElapsedTimer>
-#include <QTimer>
 
 namespace HarrowlaneApp {
 
@@ -25,25 +23,28 @@ bool waitFor(const std::function<bool()>& condition) {
 
 HandTurnedClock::~HandTurnedClock() {
     turn(std::numeric_limits<double>::infinity());
-    QCoreApplication::processEvents();
 }
 
 QCoro::Task<> HandTurnedClock::sleep(double seconds) {
-    const auto alarm = std::make_shared<QTimer>();
-    alarm->setSingleShot(true);
-    alarm->setInterval(0);
-    sleepers_.push_back({.left = seconds, .alarm = alarm});
-    co_await qCoro(alarm.get(), &QTimer::timeout);
+    struct Nap {
+        HandTurnedClock& clock;
+        double seconds;
+
+        [[nodiscard]] static bool await_ready() { return false; }
+        void await_suspend(std::coroutine_handle<> rest) { clock.sleepers_.push_back({.left = seconds, .rest = rest}); }
+        void await_resume() const {}
+    };
+    co_await Nap{.clock = *this, .seconds = seconds};
 }
 
 void HandTurnedClock::turn(double seconds) {
     now_ = now_ + seconds;
-    std::vector<Sleeper> due;
     for (Sleeper& sleeper : sleepers_) sleeper.left -= seconds;
+    std::vector<Sleeper> due;
     std::ranges::partition_copy(std::exchange(sleepers_, {}), std::back_inserter(due), std::back_inserter(sleepers_),
                                 [](const Sleeper& sleeper) { return sleeper.left <= 0.0; });
     std::ranges::stable_sort(due, {}, &Sleeper::left);
-    for (const Sleeper& sleeper : due) sleeper.alarm->start();
+    for (const Sleeper& sleeper : due) sleeper.rest.resume();
 }
 
 std::size_t FakeRecords::Shelf::count(const std::string& call) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <coroutine>
 #include <functional>
 #include <mutex>
 #include <stdexcept>
@@ -9,8 +10,6 @@
 
 #include "HarrowlaneApp/Shell/Clock.h"
 #include "HarrowlaneApp/Shell/Records.h"
-
-class QTimer;
 
 namespace HarrowlaneApp {
 
@@ -27,7 +26,7 @@ public:
     [[nodiscard]] UsageModel::Date now() const override { return UsageModel::Date{now_}; }
     [[nodiscard]] QCoro::Task<> sleep(double seconds) override;
 
-    /// Wakes those whose span is over, by time; they go on when the main loop runs.
+    /// Wakes those whose span is over, by time.
     void turn(double seconds);
     /// As a user sets a clock: no sleeper wakes.
     void set(UsageModel::Date now) { now_ = now.secondsSince1970; }
@@ -36,7 +35,7 @@ public:
 private:
     struct Sleeper {
         double left = 0.0;
-        std::shared_ptr<QTimer> alarm;
+        std::coroutine_handle<> rest;
     };
 
     std::atomic<double> now_;

@@ -14,10 +14,9 @@ using UsageModel::AppPaths;
 /// A turn as the logs have it.
 std::string line(int index, int outputTokens) {
     return R"({"type":"assistant","timestamp":"2026-03-01T00:00:)" + std::to_string(10 + index) +
-           R"(.000Z","sessionId":"s1","requestId":"r)" + std::to_string(index) +
-           R"(","message":{"id":"m)" + std::to_string(index) +
-           R"(","model":"claude-opus-4-1","usage":{"input_tokens":1,"output_tokens":)" + std::to_string(outputTokens) +
-           "}}}\n";
+           R"(.000Z","sessionId":"s1","requestId":"r)" + std::to_string(index) + R"(","message":{"id":"m)" +
+           std::to_string(index) + R"(","model":"claude-opus-4-1","usage":{"input_tokens":1,"output_tokens":)" +
+           std::to_string(outputTokens) + "}}}\n";
 }
 
 TEST(UsageStoreOnARealHome, FollowsGrowingLogsAndTheGauge) {

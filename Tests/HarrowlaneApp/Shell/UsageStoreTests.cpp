@@ -149,7 +149,7 @@ TEST_F(StoreTest, TellsHowFarTheFirstStartHasCome) {
 
 struct Failure {
     const char* name;
-    std::string FakeRecords::Shelf::* words;
+    std::string FakeRecords::Shelf::*words;
     Readiness readiness;
 };
 
