@@ -6,11 +6,7 @@
 
 namespace HarrowlaneApp {
 
-namespace {
-
 using UsageModel::ModelClass;
-
-} // namespace
 
 std::string_view label(ChartBucket bucket) {
     constexpr std::array<std::string_view, 4> labels{"Opus", "Fable", "Sonnet", "Haiku & other"};

@@ -162,6 +162,17 @@ Standing standing(const WeekSeries& series) {
     return x >= 0.95 ? Standing::close : Standing::comfortable;
 }
 
+Signal signal(Standing standing) {
+    constexpr std::array<Signal, 3> signals{Signal::good, Signal::warn, Signal::crit};
+    return signals[UsageModel::caseIndex(standing)];
+}
+
+UsageModel::Severity severity(Standing standing) {
+    using UsageModel::Severity;
+    constexpr std::array<Severity, 3> severities{Severity::green, Severity::amber, Severity::red};
+    return severities[UsageModel::caseIndex(standing)];
+}
+
 bool hasRoomToSpare(const WeekSeries& series) {
     constexpr double roomBelow = 0.65;
     return landing(series) < roomBelow * limit(series) && series.norm.supportsUnderUseClaims();

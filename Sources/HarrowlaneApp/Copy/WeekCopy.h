@@ -6,9 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "HarrowlaneApp/Copy/Signal.h"
 #include "UsageModel/Calendar.h"
 #include "UsageModel/EnumText.h"
 #include "UsageModel/Fields.h"
+#include "UsageModel/UsageSnapshot.h"
 #include "UsageModel/WeekSeries.h"
 
 /// The one place where a week is turned into sentences. With a gauge they speak of the weekly cap; without one only of
@@ -57,6 +59,10 @@ struct Compact {
 
 /// By the landing against the limit; against one typical week where no limit is known.
 [[nodiscard]] Standing standing(const UsageModel::WeekSeries& series);
+/// The colour that the standing is drawn in.
+[[nodiscard]] Signal signal(Standing standing);
+/// What a badge says it with: its calm state draws no eye.
+[[nodiscard]] UsageModel::Severity severity(Standing standing);
 /// The landing stays clearly under the limit, and enough weeks are known to say so.
 [[nodiscard]] bool hasRoomToSpare(const UsageModel::WeekSeries& series);
 /// The limit; 1 where none is known.
