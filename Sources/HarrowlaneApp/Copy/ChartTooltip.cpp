@@ -1,7 +1,6 @@
 #include "HarrowlaneApp/Copy/ChartTooltip.h"
 
 #include <algorithm>
-#include <span>
 
 #include "HarrowlaneApp/Copy/Figures.h"
 #include "HarrowlaneApp/Copy/SessionDetail.h"
@@ -13,7 +12,6 @@ namespace {
 
 using UsageModel::Calendar;
 using UsageModel::Date;
-using UsageModel::SeriesPoint;
 using UsageModel::SessionBar;
 using UsageModel::WeekSeries;
 

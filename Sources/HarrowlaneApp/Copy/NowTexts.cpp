@@ -96,6 +96,10 @@ WindowCard windowCard(const WindowCardQuestion& question, const Calendar& calend
     };
 }
 
+AdviceIcon adviceIcon(UsageModel::Recommendation::Kind kind) {
+    return kind == UsageModel::Recommendation::Kind::spendMore ? AdviceIcon::arrowUp : AdviceIcon::lightbulb;
+}
+
 FirstRunCard firstRunCard(Readiness readiness) {
     if (readiness == Readiness::noLogsFound) {
         return {.title = "Nothing to measure yet",

@@ -81,6 +81,10 @@ struct WindowCardQuestion {
 
 [[nodiscard]] WindowCard windowCard(const WindowCardQuestion& question, const UsageModel::Calendar& calendar);
 
+enum class AdviceIcon { arrowUp, lightbulb };
+
+[[nodiscard]] AdviceIcon adviceIcon(UsageModel::Recommendation::Kind kind);
+
 struct FirstRunCard {
     std::string_view title;
     std::string_view text;

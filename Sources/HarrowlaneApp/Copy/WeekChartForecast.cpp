@@ -83,8 +83,8 @@ std::vector<Readout> readouts(const WeekSeries& series, const Geometry& geometry
     if (!series.baseline.empty()) add(Readout::Role::typical, series.baseline.back().used);
     if (ghostFactor) add(Readout::Role::ghost, series.ghostLanding(*ghostFactor));
 
-    std::vector<double> wanted;
-    for (const Readout& readout : all) wanted.push_back(readout.trueY);
+    std::vector<double> wanted(all.size());
+    std::ranges::transform(all, wanted.begin(), &Readout::trueY);
     const Rect& panel = geometry.top.panel;
     const auto places = spread(wanted, {.least = panel.y, .most = panel.bottom(), .distance = distance});
     for (std::size_t i = 0; i < all.size(); ++i) all[i].y = places[i];

@@ -97,10 +97,10 @@ std::optional<std::string> modelNote(const WhatIfSpace& space) {
     std::ranges::stable_sort(shares, std::ranges::greater(), [](const auto& entry) { return entry.second; });
     if (shares.size() > mostTold) shares.resize(mostTold);
 
-    std::vector<std::string> parts;
-    for (const auto& [modelClass, share] : shares) {
-        parts.push_back(Figures::percent(share) + " " + Words::lowerCase(displayName(modelClass)));
-    }
+    std::vector<std::string> parts(shares.size());
+    std::ranges::transform(shares, parts.begin(), [](const auto& entry) {
+        return Figures::percent(entry.second) + " " + Words::lowerCase(displayName(entry.first));
+    });
     return "now · " + Words::joined(parts, ", ");
 }
 

@@ -124,6 +124,8 @@ TEST(HoverMark, HasNoDotWithoutACurve) {
     WeekSeries series = drawnWeek();
     series.forecastLikely.clear();
     EXPECT_EQ(WeekChart::hoverMark(CurvePlace{.at = series.windowEnd}, series, geometryOf(series)).dot, std::nullopt);
+    EXPECT_EQ(WeekChart::curveValue(series, series.now + 0.5), std::nullopt) << "what is to come is not yet used";
+    EXPECT_EQ(WeekChart::curveValue(series, series.now), 0.5);
 }
 
 TEST(SessionTooltip, TellsTimesMixCostAndCap) {

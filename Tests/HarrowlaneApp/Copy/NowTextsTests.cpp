@@ -117,6 +117,12 @@ TEST(WindowCard, TellsPaceAndReset) {
     EXPECT_EQ(week.clock, "Mon 7 PM");
 }
 
+TEST(AdviceIcon, PointsUpWhereThereIsRoom) {
+    using Kind = UsageModel::Recommendation::Kind;
+    EXPECT_EQ(NowTexts::adviceIcon(Kind::spendMore), NowTexts::AdviceIcon::arrowUp);
+    EXPECT_EQ(NowTexts::adviceIcon(Kind::easeOff), NowTexts::AdviceIcon::lightbulb);
+}
+
 TEST(FirstRunCard, TellsMissingLogsFromMissingTurns) {
     EXPECT_EQ(NowTexts::firstRunCard(Readiness::noLogsFound).title, "Nothing to measure yet");
     EXPECT_EQ(NowTexts::firstRunCard(Readiness::noLogsFound).text,

@@ -146,6 +146,7 @@ TEST(Spread, LeavesWhatIsFarEnoughApart) {
 
 TEST(Spread, MovesNeighboursApartEvenly) {
     EXPECT_THAT(spread({50, 50}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(45, 55));
+    EXPECT_THAT(spread({50, 58}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(49, 59));
     EXPECT_THAT(spread({52, 50, 54}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(52, 42, 62));
     EXPECT_THAT(spread({40, 50, 51}, {.least = 0, .most = 100, .distance = 15}),
                 ElementsAre(DoubleEq(32), DoubleEq(47), DoubleEq(62)));
