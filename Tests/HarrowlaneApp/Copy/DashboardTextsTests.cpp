@@ -2,18 +2,14 @@
 
 #include <gmock/gmock.h>
 
-#include "HarrowlaneApp/Copy/ModelsTexts.h"
 #include "HarrowlaneApp/Copy/Weeks.h"
 
 namespace HarrowlaneApp {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using TestSupport::capWeek;
 using TestSupport::monday;
-using UsageModel::ModelBreakdown;
 using UsageModel::ModelClass;
 using UsageModel::SeriesScale;
 using UsageModel::WeeklyNorm;
@@ -72,36 +68,6 @@ TEST(Legend, NamesTheTypicalCurveByItsBasis) {
     EXPECT_THAT(nameFor(WeeklyNorm::Basis::single), ElementsAre("burned so far", "last week"));
     EXPECT_THAT(nameFor(WeeklyNorm::Basis::currentPace), ElementsAre("burned so far", "your current pace"));
     EXPECT_THAT(nameFor(WeeklyNorm::Basis::none), ElementsAre("burned so far"));
-}
-
-TEST(ModelRows, AreAllFamiliesInTheirOrder) {
-    const auto rows =
-        ModelsTexts::rows({.byClass = {{ModelClass::haiku, 0.2}, {ModelClass::opus, 1.0}, {ModelClass::fable, 0.8}}});
-    ASSERT_THAT(rows, SizeIs(5));
-    EXPECT_EQ(rows[0].name, "Opus");
-    EXPECT_EQ(rows[0].percentNumber, "50");
-    EXPECT_EQ(rows[0].share, 0.5);
-    EXPECT_EQ(rows[2].name, "Sonnet");
-    EXPECT_EQ(rows[2].percentNumber, "0");
-    EXPECT_FALSE(rows[2].isUsed);
-    EXPECT_EQ(rows[4].name, "Other");
-}
-
-TEST(ModelRows, OfNothingAreNone) {
-    EXPECT_THAT(ModelsTexts::rows({}), IsEmpty());
-    EXPECT_THAT(ModelsTexts::rows({.byClass = {{ModelClass::opus, 0.0}}}), IsEmpty());
-}
-
-TEST(ModelNote, TellsOfTheSharedCapWhereBothAreInUse) {
-    using UsageModel::EnumMap;
-    const auto note = [](const EnumMap<ModelClass, double>& byClass) { return ModelsTexts::note({byClass}); };
-    EXPECT_EQ(note({{ModelClass::opus, 0.45}, {ModelClass::fable, 0.43}, {ModelClass::sonnet, 0.12}}),
-              "Opus and Fable share the same weekly cap — together they are 88% of this week.");
-    EXPECT_EQ(note({{ModelClass::opus, 1.0}, {ModelClass::fable, 0.0}}), std::nullopt);
-    EXPECT_EQ(note({{ModelClass::fable, 1.0}}), std::nullopt);
-    EXPECT_EQ(note({}), std::nullopt);
-    EXPECT_EQ(note({{ModelClass::opus, 1.0}, {ModelClass::fable, 1.0}, {ModelClass::other, -5.0}}), std::nullopt)
-        << "shares of a negative total say nothing";
 }
 
 } // namespace

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "HarrowlaneApp/Copy/Words.h"
-
 namespace HarrowlaneApp {
 namespace {
 
@@ -45,18 +43,6 @@ TEST(Fixed, OfWhatIsNoNumberIsADash) {
     EXPECT_EQ(Figures::fixed(std::nan(""), 1), "—");
     EXPECT_EQ(Figures::multiple(infinity), "—×");
     EXPECT_EQ(Figures::percent(-infinity), "—%");
-}
-
-TEST(LowerCase, LeavesOtherBytesAlone) {
-    EXPECT_EQ(Words::lowerCase("X-High"), "x-high");
-    EXPECT_EQ(Words::lowerCase("Ä \xFF"), "Ä \xFF");
-    EXPECT_EQ(Words::lowerCase(""), "");
-}
-
-TEST(Joined, PutsTheSeparatorBetweenParts) {
-    EXPECT_EQ(Words::joined({}, ", "), "");
-    EXPECT_EQ(Words::joined(std::vector<std::string>{"a"}, ", "), "a");
-    EXPECT_EQ(Words::joined(std::vector<std::string>{"a", "", "c"}, ", "), "a, , c");
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 namespace HarrowlaneApp {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 using TestSupport::capWeek;
@@ -78,32 +77,6 @@ TEST(SessionDetail, LeavesOutWhatIsAbsent) {
     bar.byModelClass = {};
     EXPECT_EQ(SessionDetail::plainText(bar, typicalWeek(), utc()),
               "Mon 5:00 PM – 10:00 PM  ·  0.09× a typical week  ·  no gauge — session cap unknown");
-}
-
-TEST(MixBreakdown, HasTheLargestFirstAndLeavesOutTheSmallest) {
-    SessionBar bar;
-    bar.byModelClass = {{ModelClass::opus, 0.004},
-                        {ModelClass::fable, 0.005},
-                        {ModelClass::sonnet, 0.5},
-                        {ModelClass::haiku, 0.2},
-                        {ModelClass::other, 0.3}};
-    EXPECT_THAT(mixBreakdown(bar),
-                ElementsAre(BucketShare{ChartBucket::sonnet, 0.5}, BucketShare{ChartBucket::other, 0.5},
-                            BucketShare{ChartBucket::fable, 0.005}));
-}
-
-TEST(MixBreakdown, OfASessionWithoutUseIsEmpty) {
-    SessionBar bar;
-    EXPECT_THAT(mixBreakdown(bar), IsEmpty());
-    bar.byModelClass = {{ModelClass::opus, 0.0}};
-    EXPECT_THAT(mixBreakdown(bar), IsEmpty());
-}
-
-TEST(ChartBuckets, AreTheFamiliesAndTheRest) {
-    std::vector<std::string_view> labels;
-    for (const ModelClass modelClass : UsageModel::allCases<ModelClass>)
-        labels.push_back(label(chartBucket(modelClass)));
-    EXPECT_THAT(labels, ElementsAre("Opus", "Fable", "Sonnet", "Haiku & other", "Haiku & other"));
 }
 
 TEST(SessionLog, IsNewestFirstWithARunningTotal) {

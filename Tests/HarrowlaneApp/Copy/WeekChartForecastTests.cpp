@@ -2,16 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include "HarrowlaneApp/Copy/Spread.h"
-#include "HarrowlaneApp/Copy/WeekMiniChart.h"
 #include "HarrowlaneApp/Copy/Weeks.h"
 
 namespace HarrowlaneApp {
 namespace {
 
-using testing::DoubleEq;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 using TestSupport::capWeek;
 using TestSupport::day;
@@ -137,63 +132,6 @@ TEST(Readouts, StayBesideThePanel) {
     EXPECT_EQ(readouts[0].y, 16.0);
     EXPECT_EQ(readouts[1].y, 31.0);
     EXPECT_EQ(readouts[2].y, 46.0);
-}
-
-TEST(Spread, LeavesWhatIsFarEnoughApart) {
-    EXPECT_THAT(spread({}, {.least = 0, .most = 100, .distance = 15}), IsEmpty());
-    EXPECT_THAT(spread({50, 10, 80}, {.least = 0, .most = 100, .distance = 15}), ElementsAre(50, 10, 80));
-}
-
-TEST(Spread, MovesNeighboursApartEvenly) {
-    EXPECT_THAT(spread({50, 50}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(45, 55));
-    EXPECT_THAT(spread({50, 58}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(49, 59));
-    EXPECT_THAT(spread({52, 50, 54}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(52, 42, 62));
-    EXPECT_THAT(spread({40, 50, 51}, {.least = 0, .most = 100, .distance = 15}),
-                ElementsAre(DoubleEq(32), DoubleEq(47), DoubleEq(62)));
-}
-
-TEST(Spread, KeepsToItsRoom) {
-    EXPECT_THAT(spread({0, 0, 0}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(0, 10, 20));
-    EXPECT_THAT(spread({100, 99}, {.least = 0, .most = 100, .distance = 10}), ElementsAre(100, 90));
-    EXPECT_THAT(spread({0, 5, 9}, {.least = 0, .most = 10, .distance = 10}), ElementsAre(0, 10, 20))
-        << "too little room: apart comes first";
-}
-
-TEST(WeekMiniChart, HasRoomAboveTheLimit) {
-    WeekSeries series = capWeek(0.5);
-    series.usedNow = 0.575;
-    const auto layout = WeekMiniChart::layOut(series, {.width = 288, .height = 76});
-    EXPECT_EQ(layout.plot.panel, (Rect{.x = 0, .y = 6, .width = 234, .height = 66}));
-    EXPECT_EQ(layout.plot.axisTop, 1.15);
-    EXPECT_DOUBLE_EQ(layout.limitY.value(), 72.0 - 66.0 / 1.15);
-    EXPECT_DOUBLE_EQ(layout.now.x, 0.41 * 234);
-    EXPECT_DOUBLE_EQ(layout.now.y, 39.0);
-    EXPECT_EQ(layout.landingText, "50%");
-}
-
-TEST(WeekMiniChart, LeavesOutALimitThatDoesNotFit) {
-    WeekSeries series = capWeek(3.0);
-    series.limitLevel = 1.2;
-    const auto layout = WeekMiniChart::layOut(series, {.width = 288, .height = 76});
-    EXPECT_EQ(layout.limitY, std::nullopt);
-    EXPECT_EQ(layout.landingText, "300%");
-    EXPECT_EQ(layout.landingY, 11.0) << "kept below the top";
-}
-
-TEST(WeekMiniChart, StretchesToTheLargestLevelWithoutAGauge) {
-    WeekSeries series = typicalWeek();
-    series.coneLikelyEnd.used = 1.22;
-    series.forecastHigh = {{series.now, 0.7}, {series.windowEnd, 1.5}};
-    const auto layout = WeekMiniChart::layOut(series, {.width = 288, .height = 76});
-    EXPECT_DOUBLE_EQ(layout.plot.axisTop, 1.59);
-    EXPECT_EQ(layout.limitY, std::nullopt);
-    EXPECT_EQ(layout.landingText, "122%");
-}
-
-TEST(WeekMiniChart, OfAnUnusedWeekLiesOnItsFloor) {
-    const auto layout = WeekMiniChart::layOut(typicalWeek(), {.width = 288, .height = 76});
-    EXPECT_EQ(layout.now.y, 72.0);
-    EXPECT_GT(layout.plot.axisTop, 0.0);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HarrowlaneApp/Copy/Plane.h"
 #include "UsageModel/Calendar.h"
 #include "UsageModel/Printing.h"
 #include "UsageModel/WeekSeries.h"
@@ -52,6 +53,18 @@ inline UsageModel::WhatIfSpace opusSpace() {
         .effortMultiplier = UsageModel::effortOutputPriors(),
     };
 }
+
+/// Five hours of Opus from the window's start.
+inline UsageModel::SessionBar session(UsageModel::SessionCapBasis basis, double fill) {
+    return {.start = monday,
+            .end = monday + 5 * hour,
+            .fillFraction = fill,
+            .byModelClass = {{UsageModel::ModelClass::opus, 1.0}},
+            .capBasis = basis};
+}
+
+/// The chart in the dashboard.
+inline constexpr HarrowlaneApp::Size chartSize{.width = 656, .height = 300};
 
 inline UsageModel::Calendar utc() {
     return UsageModel::Calendar::utc();
