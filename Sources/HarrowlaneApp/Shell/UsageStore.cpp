@@ -10,7 +10,6 @@ namespace HarrowlaneApp {
 
 namespace {
 
-using UsageGauge::StatusLineInstaller;
 using UsageModel::UsageSnapshot;
 
 void keepOneThread(QThreadPool& pool, QThread::Priority priority) {
@@ -69,12 +68,10 @@ void UsageStore::start() {
 }
 
 void UsageStore::startGaugeWatch() {
-    // On the watcher's thread: the run itself belongs to the main one.
-    const auto onChange = [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { refresh(); }, Qt::QueuedConnection);
-    };
-    gaugeWatcher_.emplace(world_.paths.gaugeFile(), onChange);
+    // The watcher calls on its own thread, and the run belongs to the main one.
+    connect(
+        this, &UsageStore::gaugeTouched, this, [this] { refresh(); }, Qt::QueuedConnection);
+    gaugeWatcher_.emplace(world_.paths.gaugeFile(), [this] { emit gaugeTouched(); });
     gaugeWatcher_->start();
 }
 

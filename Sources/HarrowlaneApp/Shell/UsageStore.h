@@ -95,6 +95,8 @@ signals:
     void isRefreshingChanged();
     /// A run has put its snapshot in place, changed or not.
     void snapshotPublished();
+    /// The gauge may have changed. From the watcher's thread.
+    void gaugeTouched();
 
 private:
     UsageStore(Preview preview, QObject* parent);
