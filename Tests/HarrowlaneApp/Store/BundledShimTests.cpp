@@ -1,4 +1,4 @@
-#include "HarrowlaneApp/Shell/BundledShim.h"
+#include "HarrowlaneApp/Store/BundledShim.h"
 
 #include <gtest/gtest.h>
 

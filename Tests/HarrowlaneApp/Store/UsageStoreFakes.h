@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "HarrowlaneApp/Shell/Clock.h"
-#include "HarrowlaneApp/Shell/Records.h"
+#include "HarrowlaneApp/Store/Clock.h"
+#include "HarrowlaneApp/Store/Records.h"
 
 namespace HarrowlaneApp {
 

@@ -1,10 +1,10 @@
-#include "HarrowlaneApp/Shell/UsageStore.h"
+#include "HarrowlaneApp/Store/UsageStore.h"
 
 #include <utility>
 
-#include "HarrowlaneApp/Shell/BundledShim.h"
-#include "HarrowlaneApp/Shell/DemoGauge.h"
-#include "HarrowlaneApp/Shell/Suspending.h"
+#include "HarrowlaneApp/Store/BundledShim.h"
+#include "HarrowlaneApp/Store/DemoGauge.h"
+#include "HarrowlaneApp/Store/Suspending.h"
 
 namespace HarrowlaneApp {
 

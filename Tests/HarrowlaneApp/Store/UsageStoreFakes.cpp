@@ -1,4 +1,4 @@
-#include "HarrowlaneApp/Shell/UsageStoreFakes.h"
+#include "HarrowlaneApp/Store/UsageStoreFakes.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "HarrowlaneApp/Shell/Records.h"
+#include "HarrowlaneApp/Store/Records.h"
 
 #include "UsageIngest/LogDiscovery.h"
 

@@ -10,8 +10,8 @@
 #include <QObject>
 #include <QThreadPool>
 
-#include "HarrowlaneApp/Shell/Clock.h"
-#include "HarrowlaneApp/Shell/Records.h"
+#include "HarrowlaneApp/Store/Clock.h"
+#include "HarrowlaneApp/Store/Records.h"
 #include "UsageEngine/Aggregator.h"
 #include "UsageGauge/GaugeReader.h"
 #include "UsageGauge/GaugeWatcher.h"

@@ -3,7 +3,7 @@
 #include <QCoroTimer>
 #include <QTimer>
 
-#include "HarrowlaneApp/Shell/Clock.h"
+#include "HarrowlaneApp/Store/Clock.h"
 
 namespace HarrowlaneApp {
 

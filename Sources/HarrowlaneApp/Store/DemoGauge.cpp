@@ -1,4 +1,4 @@
-#include "HarrowlaneApp/Shell/DemoGauge.h"
+#include "HarrowlaneApp/Store/DemoGauge.h"
 
 namespace HarrowlaneApp {
 

@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 
-#include "HarrowlaneApp/Shell/UsageStore.h"
-#include "HarrowlaneApp/Shell/UsageStoreFakes.h"
+#include "HarrowlaneApp/Store/UsageStore.h"
+#include "HarrowlaneApp/Store/UsageStoreFakes.h"
 #include "Support/TemporaryFolder.h"
 
 namespace HarrowlaneApp {

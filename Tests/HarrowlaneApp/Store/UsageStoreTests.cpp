@@ -1,11 +1,11 @@
-#include "HarrowlaneApp/Shell/UsageStore.h"
+#include "HarrowlaneApp/Store/UsageStore.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
 
-#include "HarrowlaneApp/Shell/UsageStoreFakes.h"
+#include "HarrowlaneApp/Store/UsageStoreFakes.h"
 #include "Support/TemporaryFolder.h"
 
 namespace HarrowlaneApp {
