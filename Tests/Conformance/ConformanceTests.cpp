@@ -256,6 +256,43 @@ TEST(RecordOperations, AStatusLineGivesAReading) {
 constexpr const char* turnLine =
     R"({"type":"assistant","timestamp":"2026-03-01T10:20:30.500Z","sessionId":"s","message":{"model":"claude-haiku-4-5","usage":{"input_tokens":7,"output_tokens":1}}})";
 
+TEST(AlertOperations, AMachineGivesItsDecisionsAndItsStateAsStored) {
+    const json steps = {{{"breaching", true}, {"severity", "amber"}, {"now", 978307200}},
+                        {{"snooze", 978307210}},
+                        {{"breaching", true}, {"severity", "red"}, {"now", 978307205}, {"secondsToEmpty", nullptr}}};
+    const json answer =
+        ask("NotificationFSM.run", {{"sustainSeconds", 5}, {"criticalWithinSeconds", 7}, {"steps", steps}});
+    EXPECT_EQ(answer.at("ok").at("decisions"),
+              (json{{{"level", 1}, {"fireBanner", false}}, {{"level", 3}, {"fireBanner", false}}}));
+    EXPECT_EQ(answer.at("ok").at("state"), (json{{"sustainSeconds", 5.0},
+                                                 {"criticalWithinSeconds", 7.0},
+                                                 {"level", 3},
+                                                 {"overSince", 0.0},
+                                                 {"highestFired", 3},
+                                                 {"snoozeUntil", 10.0}}));
+}
+
+TEST(AlertOperations, ThresholdsGiveTheAlertsOfEachStepWithTheirWords) {
+    const json meter = {{"kind", "weeklyAll"},
+                        {"used", 0.99},
+                        {"windowStart", 978307200},
+                        {"elapsedFraction", 0},
+                        {"baselineFraction", 0},
+                        {"paceVsBaseline", 0},
+                        {"confidence", {{"anchored", true}, {"estimatedError", 0}}}};
+    const json steps = {{{"meters", {meter}}, {"now", 978307200}}, {{"meters", json::array()}, {"now", 978307200}}};
+    const json answer = ask("ThresholdAlerts.run", {{"thresholds", {90, 99}}, {"steps", steps}}).at("ok");
+    const json alert = {{"window", "weeklyAll"},
+                        {"threshold", 99},
+                        {"used", 0.99},
+                        {"title", "99% of your weekly limit used"},
+                        {"body", "Hitting 100% locks you out until the weekly window resets at the next reset."},
+                        {"isCritical", true}};
+    EXPECT_EQ(answer.at("alerts"), json::array({json::array({alert}), json::array()}));
+    EXPECT_EQ(answer.at("state"), (json{{"thresholds", {90, 99}},
+                                        {"episodes", {{"weeklyAll", {{"windowStart", 0.0}, {"highestFired", 99}}}}}}));
+}
+
 TEST(LineOperations, ATurnIsAUsageWithItsEvent) {
     const json expected = {{"ts", 1772360430.5},    {"sessionId", "s"}, {"model", "claude-haiku-4-5"},
                            {"modelClass", "haiku"}, {"input", 7},       {"output", 1},

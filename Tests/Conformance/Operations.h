@@ -66,6 +66,8 @@ void addLineOperations(Operations& operations);
 void addEngineOperations(Operations& operations);
 /// The operations on what users read.
 void addCopyOperations(Operations& operations);
+/// The alert machines, run over several steps.
+void addAlertOperations(Operations& operations);
 
 [[nodiscard]] Operations allOperations();
 

@@ -37,6 +37,7 @@ Operations allOperations() {
     addLineOperations(operations);
     addEngineOperations(operations);
     addCopyOperations(operations);
+    addAlertOperations(operations);
     return operations;
 }
 

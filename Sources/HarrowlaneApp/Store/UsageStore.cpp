@@ -28,29 +28,32 @@ Readiness readinessOf(const Records::Files& files, const UsageIngest::EventList&
 UsageStore::UsageStore(World world, QObject* parent)
     : QObject(parent),
       world_(std::move(world)),
-      gaugeReader_{world_.paths.gaugeFile()},
-      installer_(world_.paths.claudeSettings(), world_.paths.support()),
-      aggregator_{.calendar = world_.calendar},
-      snapshot_(UsageSnapshot::warmingUp(world_.clock->now())),
+      gaugeReader_{world_->paths.gaugeFile()},
+      installer_(world_->paths.claudeSettings(), world_->paths.support()),
+      aggregator_{.calendar = world_->calendar},
+      snapshot_(UsageSnapshot::warmingUp(world_->clock->now())),
       installState_(installer_.state()) {
+    notifier_.emplace(NotificationCoordinator::Surroundings{
+        .service = world_->notifications,
+        .stateURL = world_->paths.notificationState(),
+        .bundle = world_->bundle ? Bundle::present : Bundle::absent,
+    });
     keepOneThread(recordsPool_, QThread::InheritPriority);
     keepOneThread(enginePool_, QThread::LowPriority);
     start();
     startGaugeWatch();
 }
 
-UsageStore::UsageStore(Preview preview, QObject* parent)
-    : QObject(parent),
-      world_{.paths = UsageModel::AppPaths(std::filesystem::path())},
-      gaugeReader_{world_.paths.gaugeFile()},
-      installer_(world_.paths.claudeSettings(), world_.paths.support()),
+UsageStore::UsageStore(Preview preview)
+    : gaugeReader_{},
+      installer_(std::filesystem::path(), std::filesystem::path()),
       snapshot_(std::move(preview.snapshot)),
       readiness_(preview.readiness),
       sampleSnapshot_(std::move(preview.sample)),
       installState_(preview.installState) {}
 
 std::unique_ptr<UsageStore> UsageStore::preview(Preview preview) {
-    return std::unique_ptr<UsageStore>(new UsageStore(std::move(preview), nullptr));
+    return std::unique_ptr<UsageStore>(new UsageStore(std::move(preview)));
 }
 
 UsageStore::~UsageStore() {
@@ -71,7 +74,7 @@ void UsageStore::startGaugeWatch() {
     // The watcher calls on its own thread, and the run belongs to the main one.
     connect(
         this, &UsageStore::gaugeTouched, this, [this] { refresh(); }, Qt::QueuedConnection);
-    gaugeWatcher_.emplace(world_.paths.gaugeFile(), [this] { emit gaugeTouched(); });
+    gaugeWatcher_.emplace(world_->paths.gaugeFile(), [this] { emit gaugeTouched(); });
     gaugeWatcher_->start();
 }
 
@@ -79,13 +82,13 @@ QCoro::Task<> UsageStore::loop(int turn) {
     co_await openRecords();
     while (records_ && turn == loopTurn_) {
         co_await refresh();
-        co_await whileAlive(this, world_.clock->sleep(periodSeconds));
+        co_await whileAlive(this, world_->clock->sleep(periodSeconds));
     }
 }
 
 /// Opening may have to wait for another process, so it is no work for the main thread.
 QCoro::Task<> UsageStore::openRecords() {
-    const auto open = [paths = world_.paths, openRecords = world_.openRecords] {
+    const auto open = [paths = world_->paths, openRecords = world_->openRecords] {
         return std::shared_ptr<Records>(openRecords(paths));
     };
     try {
@@ -129,7 +132,7 @@ QCoro::Task<> UsageStore::runSteps() {
 
     const auto allAnchors = [records] { return records->anchors(); };
     const auto anchors = co_await onPool(this, recordsPool_, allAnchors);
-    const auto aggregate = [aggregator = aggregator_, clock = world_.clock, events, anchors, gauge = gaugeForRun(),
+    const auto aggregate = [aggregator = aggregator_, clock = world_->clock, events, anchors, gauge = gaugeForRun(),
                             held = heldSessionCap_] {
         return aggregator.snapshot({.events = *events,
                                     .anchors = anchors,
@@ -143,18 +146,19 @@ QCoro::Task<> UsageStore::runSteps() {
     if (snapshot.sessionCapInLogUnits) heldSessionCap_ = snapshot.sessionCapInLogUnits;
     set(snapshot_, std::move(snapshot), &UsageStore::snapshotChanged);
     set(lastError_, {}, &UsageStore::lastErrorChanged);
+    notifier_->handle(snapshot_, world_->alertSettings());
     emit snapshotPublished();
 }
 
 /// The newest reading that could be read: a file that goes bad changes nothing until a good one comes back.
 std::optional<UsageModel::GaugeReading> UsageStore::gaugeForRun() {
     if (auto reading = gaugeReader_.read()) lastGoodGauge_ = std::move(reading);
-    if (lastGoodGauge_ || !world_.demoGauge) return lastGoodGauge_;
-    return demoGauge(world_.clock->now());
+    if (lastGoodGauge_ || !world_->demoGauge) return lastGoodGauge_;
+    return demoGauge(world_->clock->now());
 }
 
 QCoro::Task<> UsageStore::refreshNow() {
-    if (isRefreshing_) co_return;
+    if (isRefreshing_ || !world_) co_return;
     set(isRefreshing_, true, &UsageStore::isRefreshingChanged);
     set(installState_, installer_.state(), &UsageStore::installStateChanged);
     if (records_) {
@@ -162,14 +166,14 @@ QCoro::Task<> UsageStore::refreshNow() {
     } else {
         start();
     }
-    co_await whileAlive(this, world_.clock->sleep(visibleSeconds));
+    co_await whileAlive(this, world_->clock->sleep(visibleSeconds));
     set(isRefreshing_, false, &UsageStore::isRefreshingChanged);
 }
 
 void UsageStore::installShim() {
-    const auto shim = world_.bundle ? bundledShim(*world_.bundle) : std::nullopt;
+    const auto shim = world_ && world_->bundle ? bundledShim(*world_->bundle) : std::nullopt;
     if (!shim) return fail("Shim not found — build the app with Scripts/make-app");
-    changeInstallation([&] { installer_.install(*shim, world_.clock->now()); }, "Install failed: ");
+    changeInstallation([&] { installer_.install(*shim, world_->clock->now()); }, "Install failed: ");
 }
 
 void UsageStore::uninstallShim() {
@@ -182,6 +186,17 @@ void UsageStore::changeInstallation(const std::function<void()>& change, const s
     set(lastError_, {}, &UsageStore::lastErrorChanged);
 } catch (const std::exception& error) {
     fail(failureWords + error.what());
+}
+
+void UsageStore::refreshNotificationAuthorization() {
+    if (!notifier_) return;
+    notifier_->refreshAuthorization([this] {
+        set(notificationAuthorization_, notifier_->authorization(), &UsageStore::notificationAuthorizationChanged);
+    });
+}
+
+void UsageStore::sendTestNotification() {
+    if (notifier_) notifier_->sendTestNotification(world_->clock->now());
 }
 
 template <typename Field>

@@ -10,6 +10,8 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include "HarrowlaneApp/Alerts/NotificationCoordinator.h"
+#include "HarrowlaneApp/Copy/Readiness.h"
 #include "HarrowlaneApp/Store/Clock.h"
 #include "HarrowlaneApp/Store/Records.h"
 #include "UsageEngine/Aggregator.h"
@@ -20,9 +22,6 @@
 #include "UsageModel/UsageSnapshot.h"
 
 namespace HarrowlaneApp {
-
-/// How far the first start has come.
-enum class Readiness { warmingUp, noLogsFound, noUsageYet, ready };
 
 /// The one object that the views watch, and the program's main loop: turns logs and gauge into a snapshot, at once,
 /// every thirty seconds, at each change of the gauge, and when asked. For the main thread. A field tells of its change
@@ -44,6 +43,10 @@ public:
         std::function<std::unique_ptr<Records>(const UsageModel::AppPaths&)> openRecords = HarrowlaneApp::openRecords;
         /// The program's bundle; absent where it runs as a bare executable.
         std::optional<std::filesystem::path> bundle;
+        /// Where banners go. Outlives the store.
+        NotificationService& notifications;
+        /// What the user has set by now; read at each run.
+        std::function<AlertSettings()> alertSettings = [] { return AlertSettings(); };
         /// Stands in while there is no reading at all: for pictures.
         bool demoGauge = false;
     };
@@ -86,6 +89,12 @@ public:
     void installShim();
     void uninstallShim();
 
+    /// Whether banners may be shown, as far as it was asked.
+    [[nodiscard]] AuthorizationStatus notificationAuthorization() const { return notificationAuthorization_; }
+    /// Asks; the answer comes by `notificationAuthorizationChanged`, where it differs.
+    void refreshNotificationAuthorization();
+    void sendTestNotification();
+
 signals:
     void snapshotChanged();
     void lastErrorChanged();
@@ -93,13 +102,14 @@ signals:
     void sampleSnapshotChanged();
     void installStateChanged();
     void isRefreshingChanged();
-    /// A run has put its snapshot in place, changed or not.
+    void notificationAuthorizationChanged();
+    /// A run is through, whether or not its snapshot differs.
     void snapshotPublished();
     /// The gauge may have changed. From the watcher's thread.
     void gaugeTouched();
 
 private:
-    UsageStore(Preview preview, QObject* parent);
+    explicit UsageStore(Preview preview);
 
     void startGaugeWatch();
     QCoro::Task<> loop(int turn);
@@ -113,16 +123,19 @@ private:
     void set(Field& field, Field value, void (UsageStore::*changed)());
     void fail(const std::string& words);
 
-    World world_;
+    /// Absent in a preview, as is what is made from it.
+    std::optional<World> world_;
     UsageGauge::GaugeReader gaugeReader_;
     UsageGauge::StatusLineInstaller installer_;
     UsageEngine::Aggregator aggregator_;
+    std::optional<NotificationCoordinator> notifier_;
 
     UsageModel::UsageSnapshot snapshot_;
     std::optional<std::string> lastError_;
     Readiness readiness_ = Readiness::warmingUp;
     std::optional<UsageModel::UsageSnapshot> sampleSnapshot_;
     UsageGauge::StatusLineInstaller::State installState_ = UsageGauge::StatusLineInstaller::State::notInstalled;
+    AuthorizationStatus notificationAuthorization_ = AuthorizationStatus::notDetermined;
     bool isRefreshing_ = false;
     bool isRefreshInFlight_ = false;
     bool refreshPending_ = false;

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "HarrowlaneApp/Alerts/FakeNotificationService.h"
 #include "HarrowlaneApp/Store/UsageStore.h"
 #include "HarrowlaneApp/Store/UsageStoreFakes.h"
 #include "Support/TemporaryFolder.h"
@@ -21,9 +22,11 @@ std::string line(int index, int outputTokens) {
 
 TEST(UsageStoreOnARealHome, FollowsGrowingLogsAndTheGauge) {
     const TestSupport::TemporaryFolder home;
+    FakeNotificationService service;
     const AppPaths paths(home.path());
     const auto clock = std::make_shared<HandTurnedClock>(UsageModel::Date{1772323300});
-    UsageStore store({.paths = paths, .calendar = UsageModel::Calendar::utc(), .clock = clock});
+    UsageStore store(
+        {.paths = paths, .calendar = UsageModel::Calendar::utc(), .clock = clock, .notifications = service});
     ASSERT_TRUE(waitFor([&] { return store.readiness() == Readiness::noLogsFound; }));
     EXPECT_TRUE(std::filesystem::exists(paths.database()));
 
@@ -45,9 +48,10 @@ TEST(UsageStoreOnARealHome, FollowsGrowingLogsAndTheGauge) {
 
 TEST(UsageStoreOnARealHome, ALockedHomeTellsAndRecovers) {
     const TestSupport::TemporaryFolder home;
+    FakeNotificationService service;
     const AppPaths paths(home.path());
     TestSupport::writeFile(home / "Library", "a file where a folder should be");
-    UsageStore store({.paths = paths, .calendar = UsageModel::Calendar::utc()});
+    UsageStore store({.paths = paths, .calendar = UsageModel::Calendar::utc(), .notifications = service});
     ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
     std::filesystem::remove(home / "Library");
     store.refreshNow();

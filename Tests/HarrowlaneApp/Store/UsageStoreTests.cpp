@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
+#include <QTest>
 
+#include "HarrowlaneApp/Alerts/FakeNotificationService.h"
 #include "HarrowlaneApp/Store/UsageStoreFakes.h"
 #include "Support/TemporaryFolder.h"
 
@@ -37,7 +39,9 @@ protected:
                     if (!openFailure_.empty()) throw std::runtime_error(openFailure_);
                     return std::make_unique<FakeRecords>(shelf_);
                 },
-                .bundle = home_.path() / "Test.app"};
+                .bundle = home_.path() / "Test.app",
+                .notifications = service_,
+                .alertSettings = [this] { return settings_; }};
     }
 
     void connect() {
@@ -56,11 +60,22 @@ protected:
                                                        R"(,"resetsAt":1772330000}}})");
     }
 
+    /// The identifiers of the banners that tell of a level, not of the pace.
+    [[nodiscard]] std::vector<std::string> levelBanners() const {
+        std::vector<std::string> identifiers;
+        for (const Banner& banner : service_.posted) {
+            if (banner.identifier.starts_with("hwl-level-")) identifiers.push_back(banner.identifier);
+        }
+        return identifiers;
+    }
+
     TestSupport::TemporaryFolder home_;
     AppPaths paths_{home_.path()};
     std::shared_ptr<HandTurnedClock> clock_ = std::make_shared<HandTurnedClock>(start);
     std::shared_ptr<FakeRecords::Shelf> shelf_ = std::make_shared<FakeRecords::Shelf>();
     std::string openFailure_;
+    FakeNotificationService service_;
+    AlertSettings settings_;
     std::atomic<int> openings_ = 0;
     int published_ = 0;
     std::unique_ptr<UsageStore> store_;
@@ -328,6 +343,66 @@ TEST_F(StoreTest, AFailedInstallationTellsWhy) {
     ASSERT_TRUE(store.lastError());
     EXPECT_THAT(*store.lastError(), testing::StartsWith("Install failed: "));
     EXPECT_EQ(store.installState(), State::notInstalled);
+}
+
+TEST_F(StoreTest, LeavesTheFirstRunScreensBeforeTheLimitMessagesAreRead) {
+    shelf_->anchorsFailure = "not yet";
+    UsageStore& store = open();
+    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    EXPECT_EQ(store.readiness(), Readiness::ready);
+    EXPECT_EQ(store.snapshot(), UsageSnapshot::warmingUp(start));
+}
+
+TEST_F(StoreTest, AlertsOnTheSnapshotThatItHasJustPublished) {
+    writeGauge(96.0);
+    UsageStore& store = open();
+    service_.answerPermission({.granted = true});
+    service_.answerStatus(AuthorizationStatus::authorized);
+    double shown = 0.0;
+    service_.onPost = [&] { shown = store.snapshot().meters.at(0).used; };
+    ASSERT_TRUE(runs(1));
+    ASSERT_EQ(levelBanners().size(), 1U);
+    EXPECT_THAT(levelBanners()[0], testing::StartsWith("hwl-level-five_hour-95-"));
+    EXPECT_NEAR(shown, 0.96, 1e-9);
+    store.refresh();
+    ASSERT_TRUE(runs(2));
+    EXPECT_EQ(levelBanners().size(), 1U) << "once a level and episode";
+}
+
+TEST_F(StoreTest, AsksAtEachRunWhetherTheUserWantsTheLevels) {
+    writeGauge(96.0);
+    settings_.thresholdAlertsEnabled = false;
+    UsageStore& store = open();
+    service_.answerPermission({.granted = true});
+    service_.answerStatus(AuthorizationStatus::authorized);
+    ASSERT_TRUE(runs(1));
+    EXPECT_TRUE(levelBanners().empty());
+    settings_.thresholdAlertsEnabled = true;
+    store.refresh();
+    ASSERT_TRUE(runs(2));
+    EXPECT_EQ(levelBanners().size(), 1U);
+}
+
+TEST_F(StoreTest, TheStateOfTheAlertsThoughInTheWatchedFolderDoesNotKeepItRunning) {
+    open();
+    ASSERT_TRUE(runs(1));
+    ASSERT_TRUE(std::filesystem::exists(paths_.notificationState()));
+    const auto isQuiet = [&] {
+        const int before = published_;
+        QTest::qWait(static_cast<int>(UsageGauge::GaugeWatcher::debounceSeconds * 2000));
+        return published_ == before;
+    };
+    EXPECT_TRUE(waitFor(isQuiet));
+}
+
+TEST_F(StoreTest, TellsTheViewsWhetherBannersAreAllowed) {
+    UsageStore& store = open();
+    const QSignalSpy changes(&store, &UsageStore::notificationAuthorizationChanged);
+    store.refreshNotificationAuthorization();
+    EXPECT_EQ(store.notificationAuthorization(), AuthorizationStatus::notDetermined);
+    service_.answerStatus(AuthorizationStatus::denied);
+    EXPECT_EQ(store.notificationAuthorization(), AuthorizationStatus::denied);
+    EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
