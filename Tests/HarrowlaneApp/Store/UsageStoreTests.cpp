@@ -362,7 +362,7 @@ TEST_F(StoreTest, AlertsOnTheSnapshotThatItHasJustPublished) {
     service_.onPost = [&] { shown = store.snapshot().meters.at(0).used; };
     ASSERT_TRUE(runs(1));
     ASSERT_EQ(levelBanners().size(), 1U);
-    EXPECT_THAT(levelBanners()[0], testing::StartsWith("hwl-level-five_hour-95-"));
+    EXPECT_THAT(levelBanners()[0], testing::StartsWith("hwl-level-session5h-95-"));
     EXPECT_NEAR(shown, 0.96, 1e-9);
     store.refresh();
     ASSERT_TRUE(runs(2));
