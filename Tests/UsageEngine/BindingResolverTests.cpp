@@ -102,6 +102,8 @@ TEST(Binding, IsTheStatesWindow) {
     Input odd = landing(opus, 0.5);
     odd.projection.window = session;
     EXPECT_EQ(resolve(std::vector{odd}), opus);
+    odd.projection.willBreachBeforeReset = true;
+    EXPECT_EQ(resolve(std::vector{odd}), opus);
     EXPECT_EQ(verdict(session, std::vector{odd}, now).subtext, "Nothing projected to run out before reset.");
 }
 

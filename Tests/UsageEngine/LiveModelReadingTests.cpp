@@ -54,6 +54,7 @@ std::vector<std::string> namesOf(const LiveModel& live) {
 TEST(LiveModelReading, WithoutTurnsNothingIsLive) {
     EXPECT_EQ(read({}), LiveModel{});
     EXPECT_EQ(read({}, 60).lookback, 60);
+    EXPECT_EQ(read({{}}, 60).lookback, 60);
     EXPECT_FALSE(read({}).isLive());
 }
 

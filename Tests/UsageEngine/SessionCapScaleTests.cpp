@@ -109,7 +109,7 @@ TEST(CeilingObservations, AreForgottenAfterSixtyDays) {
         return observed({.anchors = {anchorAt(sunday + hour)}, .now = block.end + secondsAfterEnd}).size();
     };
     EXPECT_EQ(count(60 * day), 1U);
-    EXPECT_EQ(count(60 * day + 1), 0U);
+    EXPECT_EQ(count(60 * day + 0.001), 0U);
     EXPECT_EQ(count(-4 * hour), 1U) << "the block in progress";
     EXPECT_EQ(count(-6 * hour), 1U) << "one that is yet to begin";
 }
@@ -311,6 +311,13 @@ TEST(SessionAnchors, TheirCeilingsLeaveOutWhatTellsAPercentage) {
     const SessionAnchors ceilings = all.ceilings();
     EXPECT_EQ(ceilings.latestIn(block)->ts, sunday + 1.0);
     EXPECT_TRUE(SessionAnchors(std::span(anchors).subspan(1)).ceilings().empty());
+}
+
+TEST(SessionAnchors, ABlocksStartIsNotItsOwn) {
+    const std::vector atStart{anchorAt(sunday)};
+    EXPECT_EQ(SessionAnchors(atStart).latestIn(block), nullptr);
+    EXPECT_NE(SessionAnchors(atStart).latestIn(blockAt(sunday - 0.001)), nullptr);
+    EXPECT_NE(SessionAnchors(atStart).latestIn(blockAt(sunday - 5 * hour)), nullptr);
 }
 
 TEST(SessionAnchors, OfEqualsTheFirst) {
