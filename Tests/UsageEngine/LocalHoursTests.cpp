@@ -154,11 +154,11 @@ TEST(LocalHours, NoTurnsNoVisit) {
 }
 
 TEST(LocalHours, TurnsOfOneHourComeTogether) {
-    const Turns turns{turnAt(sunday, 1), turnAt(sunday + hour - 0.001, 2), turnAt(sunday + hour, 4),
-                      turnAt(sunday + hour, 8), turnAt(sunday + day, 16)};
+    const Turns turns{turnAt(sunday, 1),        turnAt(sunday, 32),       turnAt(sunday + hour - 0.001, 2),
+                      turnAt(sunday + hour, 4), turnAt(sunday + hour, 8), turnAt(sunday + day, 16)};
     const auto stretches = stretchesOf(turns, Calendar::utc());
     ASSERT_EQ(stretches.size(), 3U);
-    EXPECT_EQ(sumOf(stretches[0].turns), 3);
+    EXPECT_EQ(sumOf(stretches[0].turns), 35);
     EXPECT_EQ(sumOf(stretches[1].turns), 12);
     EXPECT_EQ(sumOf(stretches[2].turns), 16);
     EXPECT_EQ(stretches[1].hour.hour, 1);
