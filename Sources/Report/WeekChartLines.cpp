@@ -49,11 +49,11 @@ std::string glyph(const WeekPlot::Cell& cell, bool unicode) {
 
 Ink inkOf(Mark mark) {
     switch (mark) {
-    case Mark::none: return Ink::plain;
+    case Mark::none:
     case Mark::used: return Ink::plain;
-    case Mark::usedPastTypical: return Ink::typical;
     case Mark::forecast: return Ink::accent;
-    case Mark::typical: return Ink::typical;
+    case Mark::typical:
+    case Mark::usedPastTypical: return Ink::typical;
     case Mark::limit: return Ink::critical;
     }
     return Ink::plain;
