@@ -1,7 +1,9 @@
 #include "UsageEngine/Baseline.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "UsageEngine/LocalHours.h"
 #include "UsageEngine/SessionWindows.h"
 
 namespace UsageEngine {
@@ -15,29 +17,33 @@ using UsageModel::WindowKind;
 
 constexpr double hourSeconds = 3600.0;
 
-std::size_t hourOfWeek(const Calendar& calendar, Date at) {
+std::size_t hourOfWeek(const LocalHour& hour) {
     constexpr std::size_t hoursOfDay = 24;
-    return static_cast<std::size_t>(calendar.weekday(at) - 1) * hoursOfDay +
-           static_cast<std::size_t>(calendar.hour(at));
+    return static_cast<std::size_t>(hour.weekday - 1) * hoursOfDay + static_cast<std::size_t>(hour.hour);
+}
+
+std::size_t hourOfWeek(const Calendar& calendar, Date at) {
+    return hourOfWeek(localHour(calendar, at));
 }
 
 std::vector<double> flatWeek() {
     return std::vector<double>(Baseline::hoursOfWeek, 1.0 / static_cast<double>(Baseline::hoursOfWeek));
 }
 
-bool counts(const WeighedTurn& turn, const Baseline::LearnQuestion& question) {
-    if (question.from && turn.ts < *question.from) return false;
-    if (question.to && turn.ts >= *question.to) return false;
-    return question.filter.admits(turn);
+WeighedTurns turnsOf(const Baseline::LearnQuestion& question) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return within(question.turns,
+                  {.from = question.from.value_or(Date{-infinity}), .to = question.to.value_or(Date{infinity})});
 }
 
 } // namespace
 
 Baseline Baseline::learn(const LearnQuestion& question) {
     std::vector<double> week(hoursOfWeek, 0.0);
-    for (const WeighedTurn& turn : question.turns) {
-        if (counts(turn, question)) week[hourOfWeek(question.calendar, turn.ts)] += turn.weight;
-    }
+    forEachLocalHour(turnsOf(question), question.calendar, [&](const LocalHour& hour, WeighedTurns inHour) {
+        double& sum = week[hourOfWeek(hour)];
+        for (const WeighedTurn& turn : inHour) sum += countedWeight(turn, question.filter);
+    });
     double total = 0.0;
     for (const double hour : week) total += hour;
     if (!(total > 0.0)) return {flatWeek(), question.calendar};

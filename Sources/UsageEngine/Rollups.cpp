@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "UsageEngine/LocalHours.h"
+
 namespace UsageEngine::Rollups {
 
 namespace {
@@ -14,13 +16,15 @@ using UsageModel::SeriesPoint;
 constexpr double hourSeconds = 3600.0;
 constexpr double weekSeconds = 604800.0;
 
-/// The turns from the first instant of the span to its last, the end included, by time.
-std::vector<WeighedTurn> turnsUpToEnd(const CumulativeQuestion& question) {
-    std::vector<WeighedTurn> kept;
-    for (const WeighedTurn& turn : question.turns) {
-        if (turn.ts >= question.span.from && turn.ts <= question.span.to) kept.push_back(turn);
-    }
-    return byTime(std::move(kept));
+using DayTotals = std::map<Date, double>;
+
+DayTotals totalsByDay(WeighedTurns turns, const UsageModel::Calendar& calendar) {
+    DayTotals totals;
+    forEachLocalHour(turns, calendar, [&](const LocalHour& hour, WeighedTurns inHour) {
+        double& total = totals[hour.day];
+        for (const WeighedTurn& turn : inHour) total += turn.weight;
+    });
+    return totals;
 }
 
 std::int64_t heatLevel(double total, double busiest) {
@@ -34,11 +38,7 @@ std::int64_t heatLevel(double total, double busiest) {
 } // namespace
 
 double weightedUsage(WeighedTurns turns, const TimeSpan& span, const TurnFilter& filter) {
-    double sum = 0.0;
-    for (const WeighedTurn& turn : turns) {
-        if (span.contains(turn.ts) && filter.admits(turn)) sum += turn.weight;
-    }
-    return sum;
+    return sumOf(within(turns, span), filter);
 }
 
 std::vector<SeriesPoint> hourlyCumulative(const CumulativeQuestion& question) {
@@ -46,7 +46,7 @@ std::vector<SeriesPoint> hourlyCumulative(const CumulativeQuestion& question) {
     std::vector<SeriesPoint> points{{.t = from, .used = 0.0}};
     if (!(from < to)) return points;
 
-    const std::vector<WeighedTurn> turns = turnsUpToEnd(question);
+    const WeighedTurns turns = within(question.turns, question.span);
     const TurnFilter filter{.opusOnly = false, .bucket = question.bucket};
     auto turn = turns.begin();
     double total = 0.0;
@@ -63,17 +63,15 @@ std::vector<SeriesPoint> hourlyCumulative(const CumulativeQuestion& question) {
 
 UsageModel::ModelBreakdown byModelClass(WeighedTurns turns, const TimeSpan& span) {
     UsageModel::ModelBreakdown breakdown;
-    for (const WeighedTurn& turn : turns) {
-        if (span.contains(turn.ts)) breakdown.byClass[turn.modelClass] += turn.weight;
-    }
+    for (const WeighedTurn& turn : within(turns, span)) breakdown.byClass[turn.modelClass] += turn.weight;
     return breakdown;
 }
 
 EffortMix byEffort(WeighedTurns turns, const TimeSpan& span) {
     UsageModel::EnumMap<UsageModel::EffortLevel, double> sums;
     double total = 0.0;
-    for (const WeighedTurn& turn : turns) {
-        if (!span.contains(turn.ts) || !turn.effort) continue;
+    for (const WeighedTurn& turn : within(turns, span)) {
+        if (!turn.effort) continue;
         sums[*turn.effort] += turn.weight;
         total += turn.weight;
     }
@@ -89,9 +87,7 @@ EffortMix byEffort(WeighedTurns turns, const TimeSpan& span) {
 }
 
 std::vector<DayCell> dailyCalendar(WeighedTurns turns, const UsageModel::Calendar& calendar) {
-    std::map<Date, double> totals;
-    for (const WeighedTurn& turn : turns) totals[calendar.startOfDay(turn.ts)] += turn.weight;
-
+    const DayTotals totals = totalsByDay(turns, calendar);
     double busiest = totals.empty() ? 0.0 : totals.begin()->second;
     for (const auto& [day, total] : totals) busiest = std::max(busiest, total);
     std::vector<DayCell> cells;

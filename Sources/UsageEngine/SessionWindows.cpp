@@ -17,7 +17,7 @@ SessionBlock blockFrom(Date start, Date now) {
 
 std::vector<SessionBlock> reconstruct(WeighedTurns turns, Date now) {
     std::vector<SessionBlock> blocks;
-    for (const WeighedTurn& turn : byTime({turns.begin(), turns.end()})) {
+    for (const WeighedTurn& turn : turns) {
         if (blocks.empty() || turn.ts >= blocks.back().end) blocks.push_back(blockFrom(turn.ts, now));
         blocks.back().usedFraction += turn.weight;
         blocks.back().byModelClass[turn.modelClass] += turn.weight;

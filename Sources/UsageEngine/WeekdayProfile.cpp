@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "UsageEngine/LocalHours.h"
+
 namespace UsageEngine {
 
 namespace {
@@ -27,7 +29,7 @@ TimeSpan sampledDays(const WeekdayProfile::LearnQuestion& question) {
     const Date today = calendar.startOfDay(question.through);
     const Date horizon =
         calendar.addDays(today, -question.lookbackWeeks * static_cast<int>(WeekdayProfile::daysOfWeek));
-    const Date earliest = std::ranges::min(question.turns, {}, &WeighedTurn::ts).ts;
+    const Date earliest = question.turns.front().ts;
     return {.from = std::max(horizon, calendar.startOfDay(earliest)), .to = today};
 }
 
@@ -38,12 +40,15 @@ struct Sums {
 
 Sums sumsOver(const TimeSpan& days, const WeekdayProfile::LearnQuestion& question) {
     Sums sums;
-    for (const WeighedTurn& turn : question.turns) {
-        if (!days.contains(turn.ts)) continue;
-        const double weight = turn.weight * question.scale;
-        sums.byDay[question.calendar.startOfDay(turn.ts)] += weight;
-        sums.byHour[static_cast<std::size_t>(question.calendar.hour(turn.ts))] += weight;
-    }
+    forEachLocalHour(within(question.turns, days), question.calendar, [&](const LocalHour& hour, WeighedTurns inHour) {
+        double& daySum = sums.byDay[hour.day];
+        double& hourSum = sums.byHour[static_cast<std::size_t>(hour.hour)];
+        for (const WeighedTurn& turn : inHour) {
+            const double weight = turn.weight * question.scale;
+            daySum += weight;
+            hourSum += weight;
+        }
+    });
     return sums;
 }
 

@@ -37,4 +37,8 @@ double CategoryWeights::effective(const UsageEvent& event) const {
            multiplier(event.modelClass);
 }
 
+double CategoryWeights::outputWeight(const UsageEvent& event) const {
+    return output * static_cast<double>(event.output) * multiplier(event.modelClass);
+}
+
 } // namespace UsageModel

@@ -37,6 +37,8 @@ struct CategoryWeights {
     [[nodiscard]] double multiplier(ModelClass modelClass) const;
     /// The weight of a turn in log units. Not clamped: negative counts give a negative weight.
     [[nodiscard]] double effective(const UsageEvent& event) const;
+    /// The part of it that is output.
+    [[nodiscard]] double outputWeight(const UsageEvent& event) const;
 
     friend bool operator==(const CategoryWeights&, const CategoryWeights&) = default;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,7 +14,7 @@
 namespace UsageModel {
 
 /// The effort setting of a turn, in rising order.
-enum class EffortLevel { low, medium, high, xhigh, max };
+enum class EffortLevel : std::uint8_t { low, medium, high, xhigh, max };
 
 template <>
 struct EnumNames<EffortLevel> {

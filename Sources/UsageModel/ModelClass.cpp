@@ -35,10 +35,6 @@ ModelBucket bucket(ModelClass modelClass) {
     return modelClass == ModelClass::sonnet ? ModelBucket::sonnet : ModelBucket::other;
 }
 
-bool isOpusClass(ModelClass modelClass) {
-    return modelClass == ModelClass::opus || modelClass == ModelClass::fable;
-}
-
 std::string_view label(ModelBucket bucket) {
     constexpr std::array<std::string_view, 3> labels{"Opus-class", "Sonnet", "Haiku & other"};
     return labels[caseIndex(bucket)];

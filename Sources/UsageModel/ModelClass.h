@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -10,7 +11,7 @@
 namespace UsageModel {
 
 /// The families of models. Every list of classes is walked in this order.
-enum class ModelClass { opus, fable, sonnet, haiku, other };
+enum class ModelClass : std::uint8_t { opus, fable, sonnet, haiku, other };
 
 template <>
 struct EnumNames<ModelClass> {
@@ -32,7 +33,9 @@ struct EnumNames<ModelBucket> {
 [[nodiscard]] std::string_view displayName(ModelClass modelClass);
 [[nodiscard]] ModelBucket bucket(ModelClass modelClass);
 /// Whether the class counts against the weekly Opus limit.
-[[nodiscard]] bool isOpusClass(ModelClass modelClass);
+[[nodiscard]] constexpr bool isOpusClass(ModelClass modelClass) {
+    return modelClass == ModelClass::opus || modelClass == ModelClass::fable;
+}
 
 [[nodiscard]] std::string_view label(ModelBucket bucket);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "UsageEngine/WeighedTurns.h"
@@ -18,6 +19,25 @@ inline WeighedTurn turnAt(UsageModel::Date ts, double weight,
     return {.ts = ts, .weight = weight, .modelClass = modelClass, .effort = effort};
 }
 
-using Turns = std::vector<WeighedTurn>;
+/// Turns told in any order, which stand by time as the engine wants them.
+class Turns {
+public:
+    Turns() = default;
+    Turns(std::initializer_list<WeighedTurn> turns) : byTime_(turns) { sort(); }
+    Turns(std::vector<WeighedTurn> turns) : byTime_(std::move(turns)) { sort(); }
+
+    void push_back(const WeighedTurn& turn) {
+        byTime_.push_back(turn);
+        sort();
+    }
+    operator WeighedTurns() const { return byTime_; }
+
+    friend bool operator==(const Turns&, const Turns&) = default;
+
+private:
+    void sort() { std::ranges::stable_sort(byTime_, {}, &WeighedTurn::ts); }
+
+    std::vector<WeighedTurn> byTime_;
+};
 
 } // namespace UsageEngine
