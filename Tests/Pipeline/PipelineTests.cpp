@@ -68,9 +68,9 @@ protected:
         }
         const auto& series = *snapshot.weekSeries;
         if (series.usedNow > 0) EXPECT_NEAR(series.actual.back().used, series.usedNow, 1e-9);
-        const double allOfIt = std::accumulate(
-            series.sessions.begin(), series.sessions.end(), 0.0,
-            [](double sum, const auto& bar) { return sum + (bar.isCurrent ? bar.fillFraction : 0); });
+        const double allOfIt =
+            std::accumulate(series.sessions.begin(), series.sessions.end(), 0.0,
+                            [](double sum, const auto& bar) { return sum + (bar.isCurrent ? bar.fillFraction : 0); });
         if (allOfIt > 0 && series.sessions.back().capBasis == UsageModel::SessionCapBasis::liveGauge)
             EXPECT_EQ(allOfIt, snapshot.meters.front().used) << "the running bar is the meter";
     }
