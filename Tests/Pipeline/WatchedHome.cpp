@@ -68,7 +68,7 @@ void WatchedHome::readGauge(Date instant) {
 
 UsageModel::GaugeWindow WatchedHome::official(WindowKind kind, Date instant) {
     const double length = nominalDuration(kind);
-    const double limit = kind == WindowKind::session5h ? 1.5 : 12.0; // log units; a busy person gets near them
+    const double limit = kind == WindowKind::session5h ? 0.015 : 0.1; // log units; this person gets near them
     const Date start{std::floor(instant.secondsSince1970 / length) * length};
     double used = 0;
     for (const auto& event : *store_.allEvents()) {

@@ -60,7 +60,10 @@ double predicted(const Turns& turns, const Knobs& knobs = {}) {
 
 TEST(Backtest, WithoutSamplesInTheWeekAllIsNought) {
     EXPECT_EQ(replayed(noons(twice), {}), Result{});
-    EXPECT_EQ(replayed(noons(twice), {sunday - 1.0, sunday + week, sunday + 2 * week}), Result{});
+    for (const bool bottomUp : {true, false}) {
+        EXPECT_EQ(replayed(noons(twice), {sunday - 1.0, sunday + week, sunday + 2 * week}, {.bottomUp = bottomUp}),
+                  Result{});
+    }
 }
 
 TEST(Backtest, AWeekWithoutALengthHasNoTrials) {

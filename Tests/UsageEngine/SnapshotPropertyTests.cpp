@@ -34,7 +34,7 @@ TEST(SnapshotProperty, PartsAgreeWithEachOther) {
 
 TEST(SnapshotProperty, TheScenesAreWorthTheirWhile) {
     std::map<std::string, int> seen;
-    forScenes(1, 1000, [&](Draw&, const Scene& scene) {
+    forScenes(1, 2000, [&](Draw&, const Scene& scene) {
         const UsageSnapshot snapshot = scene.snapshot();
         for (const auto& meter : snapshot.meters) ++seen[meter.confidence.anchored ? "anchored" : "not anchored"];
         for (const auto& projection : snapshot.projections)

@@ -179,6 +179,14 @@ TEST(WeekSeriesBuilding, WithoutATypicalWeekTheForecastsOwnIntensityIsTold) {
     EXPECT_FALSE(chart.series()->intensityIsMeaningful);
 }
 
+TEST(WeekSeriesBuilding, ALimitReachedAtTheResetIsACrossingAndNoBreach) {
+    const Chart chart{.scene = {.gauge = weekRead(now, 40)}, .cap = {}, .change = [](WindowCompute& weekly) {
+                          weekly.projection.likelyEmpty = weekEnd;
+                      }};
+    EXPECT_EQ(chart.series()->crossing, weekEnd);
+    EXPECT_FALSE(chart.series()->breaches);
+}
+
 TEST(WeekSeriesBuilding, TheLineSoFarGoesByHoursOfTheWindow) {
     const Scene scene{.events = {spent(now - 2.5 * hour, 1), spent(now - 1.5 * hour, 2), spent(now, 4),
                                  spent(now - 3 * hour, 8), spent(now + 1.0, 16)},

@@ -313,6 +313,20 @@ TEST(WindowComputation, AWeekThatBeginsNowGoesByTheHoursOfFourWeeks) {
         << "Sonnet has no say in the Opus week";
 }
 
+TEST(WindowComputation, AWeekThatBeginsNowLearntFromTwentyEightDays) {
+    const auto rate = [](double age) {
+        return usualRate(WindowKind::weeklyAll, {spent(now - 2.5 * week, 4), spent(now - age, 4)});
+    };
+    EXPECT_NEAR(rate(4 * week), 1.0 / 6, 1e-9) << "the first instant is one of them";
+    EXPECT_NEAR(rate(4 * week + 1.0), 0, 1e-6);
+}
+
+TEST(WindowComputation, WhatOtherModelsBurnIsNoRateOfTheOpusWeek) {
+    const double none = usualRate(WindowKind::weeklyOpus, {});
+    EXPECT_EQ(usualRate(WindowKind::weeklyOpus, {spent(now, 4, ModelClass::sonnet)}), none);
+    EXPECT_GT(usualRate(WindowKind::weeklyOpus, {spent(now, 4, ModelClass::fable)}), none);
+}
+
 TEST(WindowComputation, TheNormIsOfFourWeeksAndOfTheModelsThatCount) {
     std::vector<UsageModel::UsageEvent> events;
     for (int i = 1; i <= 6; ++i) {
@@ -489,6 +503,15 @@ TEST(BlockScale, WithoutLogsBeforeItAnAnchorTellsNothing) {
     const Turns late{turnAt(blockStart + 2 * hour, 2)};
     EXPECT_EQ(blockScale(block(), SessionAnchors(std::vector{sessionFull(blockStart + hour)}), late, capOf(4.0)),
               learnt);
+}
+
+TEST(BlockScale, LogsOfABillionthTellNothing) {
+    const auto scaleOf = [](double weight) {
+        const Turns turns{turnAt(blockStart, weight)};
+        return blockScale(block(), SessionAnchors(std::vector{sessionFull(blockStart + hour)}), turns, capOf(4.0));
+    };
+    EXPECT_EQ(scaleOf(1e-9), learnt);
+    EXPECT_EQ(scaleOf(0x1p-29), own(0x1p29));
 }
 
 TEST(BlockScale, WithoutAnchorAndSoundCapALogUnitIsWorthOne) {
