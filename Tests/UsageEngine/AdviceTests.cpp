@@ -35,8 +35,8 @@ WhatIfSpace spaceOf(ModelClass modelClass, std::optional<EffortLevel> effort, do
 }
 
 /// A window that has used a part of its limit and is to end at another, in 100,000 seconds.
-WindowCompute heading(WindowKind kind, double used, double endFraction, WhatIfSpace space = {}) {
-    WindowCompute compute{.whatIf = std::move(space)};
+WindowCompute heading(WindowKind kind, double used, double endFraction, const WhatIfSpace& space = {}) {
+    WindowCompute compute{.whatIf = space};
     compute.state.kind = kind;
     compute.state.used = used;
     compute.state.resetsAt = now + 100000.0;

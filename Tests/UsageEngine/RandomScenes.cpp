@@ -72,8 +72,8 @@ void addRoutine(Draw& draw, Scene& scene) {
     const double at = draw.between(0, day);
     UsageEvent event = randomEvent(draw, scene.now);
     event.input = 2048;
-    for (double age = at; age < 9 * week; age += day) {
-        event.ts = scene.now - age;
+    for (int daysAgo = 0; daysAgo < 62; ++daysAgo) {
+        event.ts = scene.now - (daysAgo * day + at);
         if (!draw.oneIn(4)) scene.events.push_back(event);
         event.input = draw.oneIn(4) ? 8192 : 2048;
     }
@@ -82,7 +82,7 @@ void addRoutine(Draw& draw, Scene& scene) {
 /// One model at one effort, at work now.
 void settle(Draw& draw, Scene& scene) {
     const UsageEvent like = randomEvent(draw, scene.now);
-    for (double age = 1; age < 5; ++age) scene.events.push_back(spent(scene.now - age * draw.between(1, 500), 16));
+    for (int turn = 0; turn < 4; ++turn) scene.events.push_back(spent(scene.now - draw.between(1, 2000), 16));
     for (auto& event : scene.events) {
         event.modelClass = like.modelClass;
         event.effort = like.effort;

@@ -30,7 +30,8 @@ void expectFiniteNumbers(const nlohmann::json& json, const std::string& path) {
         EXPECT_TRUE(std::isfinite(json.get<double>())) << path << " is " << json.get<double>();
     }
     if (!json.is_structured()) return;
-    for (const auto& [key, member] : json.items()) expectFiniteNumbers(member, path + "/" + key);
+    for (const auto& [key, member] : json.items())
+        expectFiniteNumbers(member, std::string(path).append("/").append(key));
 }
 
 void expectNoOddNumber(const std::string& text) {

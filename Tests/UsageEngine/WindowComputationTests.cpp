@@ -10,7 +10,6 @@
 namespace UsageEngine {
 namespace {
 
-using UsageModel::CategoryWeights;
 using UsageModel::Confidence;
 using UsageModel::Date;
 using UsageModel::EffortLevel;
