@@ -36,6 +36,8 @@ Operations allOperations() {
     addRecordOperations(operations);
     addLineOperations(operations);
     addEngineOperations(operations);
+    addCopyOperations(operations);
+    addAlertOperations(operations);
     return operations;
 }
 
