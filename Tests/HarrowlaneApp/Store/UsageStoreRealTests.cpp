@@ -51,7 +51,9 @@ TEST(UsageStoreOnARealHome, ALockedHomeTellsAndRecovers) {
     FakeNotificationService service;
     const AppPaths paths(home.path());
     TestSupport::writeFile(home / "Library", "a file where a folder should be");
-    UsageStore store({.paths = paths, .calendar = UsageModel::Calendar::utc(), .notifications = service});
+    const auto clock = std::make_shared<HandTurnedClock>(UsageModel::Date{1772323300});
+    UsageStore store(
+        {.paths = paths, .calendar = UsageModel::Calendar::utc(), .clock = clock, .notifications = service});
     ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
     std::filesystem::remove(home / "Library");
     store.refreshNow();
