@@ -20,6 +20,14 @@ std::string_view weekdayName(Date date, const Calendar& calendar) {
     return weekdays[static_cast<std::size_t>(calendar.weekday(date) - 1)];
 }
 
+std::string hourText(const absl::CivilSecond& civil) {
+    return std::to_string(civil.hour() % 12 == 0 ? 12 : civil.hour() % 12);
+}
+
+std::string_view halfOfDay(const absl::CivilSecond& civil) {
+    return civil.hour() < 12 ? " AM" : " PM";
+}
+
 std::string counted(std::int64_t count, char unit) {
     return std::to_string(count) + unit;
 }
@@ -49,8 +57,17 @@ std::string until(Date now, std::optional<Date> date) {
 }
 
 std::string shortStamp(Date date, const Calendar& calendar) {
+    return shortWeekday(date, calendar) + " " + clock(date, calendar);
+}
+
+std::string hourStamp(Date date, const Calendar& calendar) {
+    const absl::CivilSecond civil = calendar.civil(date);
+    return shortWeekday(date, calendar) + " " + hourText(civil) + std::string(halfOfDay(civil));
+}
+
+std::string shortWeekday(Date date, const Calendar& calendar) {
     constexpr std::size_t shortName = 3;
-    return std::string(weekdayName(date, calendar).substr(0, shortName)) + " " + clock(date, calendar);
+    return std::string(weekdayName(date, calendar).substr(0, shortName));
 }
 
 std::string dayAndTime(Date date, const Calendar& calendar) {
@@ -59,10 +76,9 @@ std::string dayAndTime(Date date, const Calendar& calendar) {
 
 std::string clock(Date date, const Calendar& calendar) {
     const absl::CivilSecond civil = calendar.civil(date);
-    const int hour = civil.hour() % 12 == 0 ? 12 : civil.hour() % 12;
     const std::string minute = std::to_string(civil.minute());
     const std::string padded = minute.size() < 2 ? "0" + minute : minute;
-    return std::to_string(hour) + ":" + padded + (civil.hour() < 12 ? " AM" : " PM");
+    return hourText(civil) + ":" + padded + std::string(halfOfDay(civil));
 }
 
 } // namespace UsageEngine::TimeText

@@ -18,6 +18,10 @@ namespace UsageEngine::TimeText {
 
 /// "Tue 3:05 PM"
 [[nodiscard]] std::string shortStamp(UsageModel::Date date, const UsageModel::Calendar& calendar);
+/// "Tue 3 PM": the hour that has begun
+[[nodiscard]] std::string hourStamp(UsageModel::Date date, const UsageModel::Calendar& calendar);
+/// "Tue"
+[[nodiscard]] std::string shortWeekday(UsageModel::Date date, const UsageModel::Calendar& calendar);
 /// "Tuesday at 3:05 PM"
 [[nodiscard]] std::string dayAndTime(UsageModel::Date date, const UsageModel::Calendar& calendar);
 /// "3:05 PM"

@@ -50,5 +50,19 @@ TEST(TimeText, StampsHaveATwelveHourClock) {
     EXPECT_EQ(TimeText::shortStamp(sunday, *Calendar::inZone("America/New_York")), "Sat 7:00 PM");
 }
 
+TEST(TimeText, AnHourStampTellsTheHourThatHasBegun) {
+    const Calendar utc = Calendar::utc();
+    EXPECT_EQ(TimeText::hourStamp(sunday + 2 * day + 15 * hour + 3599.9, utc), "Tue 3 PM");
+    EXPECT_EQ(TimeText::hourStamp(sunday, utc), "Sun 12 AM");
+    EXPECT_EQ(TimeText::hourStamp(sunday + 12 * hour, utc), "Sun 12 PM");
+    EXPECT_EQ(TimeText::hourStamp(sunday, *Calendar::inZone("Asia/Kathmandu")), "Sun 5 AM");
+}
+
+TEST(TimeText, AWeekdayHasThreeLetters) {
+    std::string names;
+    for (int i = 0; i < 7; ++i) names += TimeText::shortWeekday(sunday + i * day, Calendar::utc());
+    EXPECT_EQ(names, "SunMonTueWedThuFriSat");
+}
+
 } // namespace
 } // namespace UsageEngine
