@@ -5,7 +5,9 @@
 namespace HarrowlaneApp {
 
 DisplayOptions::DisplayOptions(std::unique_ptr<AccessibilityDisplay> display, QObject* parent)
-    : QObject(parent), display_(std::move(display)), reduceTransparency_(display_->shouldReduceTransparency()),
+    : QObject(parent),
+      display_(std::move(display)),
+      reduceTransparency_(display_->shouldReduceTransparency()),
       increaseContrast_(display_->shouldIncreaseContrast()) {
     display_->observe([this] { read(); });
 }

@@ -18,7 +18,9 @@ constexpr double smallestSize = 0.5;
 } // namespace
 
 HUDFont::HUDFont(const QFont& face, double size, double tracking)
-    : master_(face), size_(std::max(size, smallestSize)), scale_(size_ / masterSize) {
+    : master_(face),
+      size_(std::max(size, smallestSize)),
+      scale_(size_ / masterSize) {
     master_.setPixelSize(masterSize);
     master_.setHintingPreference(QFont::PreferNoHinting);
     master_.setStyleStrategy(QFont::PreferAntialias);

@@ -15,8 +15,8 @@ namespace HarrowlaneApp::HUDType {
 namespace {
 
 constexpr std::array faces{
-    "ChakraPetch-Regular", "ChakraPetch-Medium",  "ChakraPetch-SemiBold",
-    "ChakraPetch-Bold",    "Michroma-Regular",    "ShareTechMono-Regular",
+    "ChakraPetch-Regular", "ChakraPetch-Medium", "ChakraPetch-SemiBold",
+    "ChakraPetch-Bold",    "Michroma-Regular",   "ShareTechMono-Regular",
 };
 
 bool registerFaces() {

@@ -30,7 +30,9 @@ void StatusBadge::paint(QPainter& painter, const QRectF& rect, const Look& look)
     fillRounded(painter, rect, radius, withOpacity(signal, calm ? 0.06 : 0.10));
     strokeInside(painter, rect, radius, withOpacity(signal, look.increaseContrast ? 0.75 : 0.4));
     painter.setPen(signal);
-    labelFont().draw(painter, LineBox{.left = rect.left() + sidePadding, .top = rect.top() + topPadding, .height = lineHeight}, label);
+    labelFont().draw(painter,
+                     LineBox{.left = rect.left() + sidePadding, .top = rect.top() + topPadding, .height = lineHeight},
+                     label);
 }
 
 } // namespace HarrowlaneApp
