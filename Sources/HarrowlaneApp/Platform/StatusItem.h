@@ -12,8 +12,8 @@ namespace HarrowlaneApp {
 
 /// A line of the item's menu.
 struct MenuEntry {
-    /// Told when the entry is chosen. It stays the same while label and mark change, and no two entries share one. Empty
-    /// for a line that parts the entries above it from those below.
+    /// Told when the entry is chosen. It stays the same while label and mark change, and no two entries share one.
+    /// Empty for a line that parts the entries above it from those below.
     QString id;
     QString label;
     bool enabled = true;

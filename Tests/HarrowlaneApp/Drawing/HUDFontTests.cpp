@@ -95,7 +95,8 @@ TEST(HUDFont, AWordThatIsTooLongBreaksWithin) {
 TEST(HUDFont, DrawsToTheRight) {
     const HUDFont font = HUDType::text(13.5);
     Canvas canvas(100, 20, 2.0);
-    canvas.draw([&](QPainter& painter) { font.drawToRight(painter, {.top = 0, .height = 20}, 90, QStringLiteral("74%")); });
+    canvas.draw(
+        [&](QPainter& painter) { font.drawToRight(painter, {.top = 0, .height = 20}, 90, QStringLiteral("74%")); });
     double last = 0.0;
     double first = 100.0;
     for (double x = 0.25; x < 100.0; x += 0.5) {

@@ -43,8 +43,8 @@ TEST(HUDType, AFontResolvesToTheFaceOfItsWeight) {
 
 // The signs that texts hold; a missing one would be drawn from another font, or as a box.
 TEST(HUDType, EveryFaceHasTheSignsOfTheTexts) {
-    for (const HUDFont& font : {HUDType::text(12), HUDType::text(12, Weight::bold), HUDType::display(12),
-                              HUDType::mono(12)}) {
+    for (const HUDFont& font :
+         {HUDType::text(12), HUDType::text(12, Weight::bold), HUDType::display(12), HUDType::mono(12)}) {
         const QRawFont raw = QRawFont::fromFont(font.rounded());
         for (const QChar sign : QStringLiteral("0123456789.%×≈·—–÷")) {
             EXPECT_TRUE(raw.supportsCharacter(sign)) << QString(sign).toStdString();

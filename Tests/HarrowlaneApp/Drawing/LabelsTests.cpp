@@ -39,7 +39,7 @@ TEST(StatusBadge, IsAsWideAsItsLabelAndPadding) {
 
 struct Row {
     Severity severity;
-    QColor Palette::* signal;
+    QColor Palette::*signal;
     double fill;
 };
 

@@ -21,7 +21,7 @@ const Palette& light = Palette::resolved(Appearance::light);
 
 struct Row {
     const char* name;
-    QColor Palette::* color;
+    QColor Palette::*color;
     const char* dark;
     const char* light;
     double alpha = 1.0;
@@ -43,21 +43,17 @@ TEST_P(PaletteColor, HasItsPairAndItsAlpha) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, PaletteColor,
-    testing::Values(Row{"ground", &Palette::ground, "#04060f", "#eef1f7"},
-                    Row{"card", &Palette::card, "#0a0e1c", "#ffffff"},
-                    Row{"cardRaised", &Palette::cardRaised, "#0f1527", "#f8fafe"},
-                    Row{"edge", &Palette::edge, "#8cb4ff", "#5c76a8", 0.22},
-                    Row{"edgeStrong", &Palette::edgeStrong, "#8cb4ff", "#466092", 0.45},
-                    Row{"trackFill", &Palette::trackFill, "#8cb4ff", "#5c76a8", 0.16},
-                    Row{"cyan", &Palette::cyan, "#4fd8ff", "#007ea8"},
-                    Row{"violet", &Palette::violet, "#a77bff", "#6942be"},
-                    Row{"good", &Palette::good, "#4dffb0", "#008c5c"},
-                    Row{"warn", &Palette::warn, "#ffc24d", "#b07008"},
-                    Row{"crit", &Palette::crit, "#ff5d7a", "#ca2844"},
-                    Row{"warnHot", &Palette::warnHot, "#ff9a4d", "#c4600c"},
-                    Row{"critHot", &Palette::critHot, "#ff8a6e", "#d6543c"},
-                    Row{"ink", &Palette::ink, "#e6edff", "#10141e"}, Row{"dim", &Palette::dim, "#96a6c8", "#58647a"},
-                    Row{"faint", &Palette::faint, "#68789c", "#8691a6"}));
+    testing::Values(
+        Row{"ground", &Palette::ground, "#04060f", "#eef1f7"}, Row{"card", &Palette::card, "#0a0e1c", "#ffffff"},
+        Row{"cardRaised", &Palette::cardRaised, "#0f1527", "#f8fafe"},
+        Row{"edge", &Palette::edge, "#8cb4ff", "#5c76a8", 0.22},
+        Row{"edgeStrong", &Palette::edgeStrong, "#8cb4ff", "#466092", 0.45},
+        Row{"trackFill", &Palette::trackFill, "#8cb4ff", "#5c76a8", 0.16},
+        Row{"cyan", &Palette::cyan, "#4fd8ff", "#007ea8"}, Row{"violet", &Palette::violet, "#a77bff", "#6942be"},
+        Row{"good", &Palette::good, "#4dffb0", "#008c5c"}, Row{"warn", &Palette::warn, "#ffc24d", "#b07008"},
+        Row{"crit", &Palette::crit, "#ff5d7a", "#ca2844"}, Row{"warnHot", &Palette::warnHot, "#ff9a4d", "#c4600c"},
+        Row{"critHot", &Palette::critHot, "#ff8a6e", "#d6543c"}, Row{"ink", &Palette::ink, "#e6edff", "#10141e"},
+        Row{"dim", &Palette::dim, "#96a6c8", "#58647a"}, Row{"faint", &Palette::faint, "#68789c", "#8691a6"}));
 
 TEST(Palette, AliasesAreTheSameColours) {
     for (const Palette* palette : {&dark, &light}) {

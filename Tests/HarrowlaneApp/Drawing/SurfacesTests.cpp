@@ -46,7 +46,8 @@ TEST(HUDGround, IsFlatWithReducedTransparency) {
 TEST(HUDGround, IsBrightestUnderTheSkirtsOfItsHaze) {
     const Canvas canvas = groundOf(QRectF(0, 0, 100, 200), darkLook);
     EXPECT_GT(canvas.at(10, 0).blue(), dark.bg().blue() + 8);
-    EXPECT_TRUE(near(canvas.at(10, 0), over(withOpacity(dark.violet, 0.055 * 0.5), over(withOpacity(dark.cyan, 0.055), dark.bg())), 3));
+    EXPECT_TRUE(near(canvas.at(10, 0),
+                     over(withOpacity(dark.violet, 0.055 * 0.5), over(withOpacity(dark.cyan, 0.055), dark.bg())), 3));
     EXPECT_LT(canvas.at(50, 110).blue(), canvas.at(10, 0).blue());
     EXPECT_EQ(canvas.at(50, 110).alpha(), 255);
 }
@@ -127,7 +128,8 @@ TEST_P(PanelPixels, TheGlossFadesDownwards) {
 }
 
 TEST_P(PanelPixels, TheEdgeIsThickerWithIncreasedContrast) {
-    const Canvas canvas = paint({}, {.appearance = Appearance::dark, .reduceTransparency = true, .increaseContrast = true});
+    const Canvas canvas =
+        paint({}, {.appearance = Appearance::dark, .reduceTransparency = true, .increaseContrast = true});
     EXPECT_TRUE(near(canvas.at(10.4, 30), over(dark.edgeStrong, dark.cardRaised)));
     EXPECT_FALSE(near(canvas.at(11.2, 30), dark.cardRaised)) << "half a point more of it";
     EXPECT_TRUE(near(canvas.at(12.2, 30), dark.cardRaised));

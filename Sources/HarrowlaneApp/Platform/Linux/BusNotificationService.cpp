@@ -35,7 +35,8 @@ std::string wordsOf(const QDBusMessage& error) {
 } // namespace
 
 BusNotificationService::BusNotificationService(QDBusConnection bus, QObject* parent)
-    : QObject(parent), bus_(std::move(bus)) {
+    : QObject(parent),
+      bus_(std::move(bus)) {
     listen();
 }
 
@@ -81,8 +82,7 @@ void BusNotificationService::authorizationStatus(std::function<void(Authorizatio
     });
 }
 
-void BusNotificationService::post(const Banner& banner,
-                                  std::function<void(const std::optional<std::string>&)> answer) {
+void BusNotificationService::post(const Banner& banner, std::function<void(const std::optional<std::string>&)> answer) {
     if (!(banner.delaySeconds > 0.0)) return enqueue({.banner = banner, .answer = std::move(answer)});
     afterDelay(*this, banner, [this, banner] { enqueue({.banner = banner, .answer = {}}); });
     if (answer) answer(std::nullopt);
@@ -100,17 +100,20 @@ void BusNotificationService::enqueue(Posting posting) {
 }
 
 void BusNotificationService::begin() {
-    if (readsMarkup_) notify();
-    else askCapabilities();
+    if (readsMarkup_)
+        notify();
+    else
+        askCapabilities();
 }
 
 void BusNotificationService::askCapabilities() {
-    Bus::call(bus_, {.message = serviceCall(QStringLiteral("GetCapabilities"))}, *this, [this](const QDBusMessage& reply) {
-        // A service that hangs here would hang at the banner too.
-        if (Bus::isError(reply)) return finish(wordsOf(reply));
-        readsMarkup_ = Bus::firstOf<QStringList>(reply).contains(QStringLiteral("body-markup"));
-        notify();
-    });
+    Bus::call(bus_, {.message = serviceCall(QStringLiteral("GetCapabilities"))}, *this,
+              [this](const QDBusMessage& reply) {
+                  // A service that hangs here would hang at the banner too.
+                  if (Bus::isError(reply)) return finish(wordsOf(reply));
+                  readsMarkup_ = Bus::firstOf<QStringList>(reply).contains(QStringLiteral("body-markup"));
+                  notify();
+              });
 }
 
 void BusNotificationService::notify() {

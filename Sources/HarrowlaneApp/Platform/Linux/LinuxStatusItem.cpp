@@ -5,7 +5,9 @@
 namespace HarrowlaneApp {
 
 LinuxStatusItem::LinuxStatusItem(QDBusConnection bus, QObject* parent)
-    : StatusItem(parent), bus_(std::move(bus)), registration_(bus_) {
+    : StatusItem(parent),
+      bus_(std::move(bus)),
+      registration_(bus_) {
     connect(&item_, &NotifierItem::activated, this, &StatusItem::activated);
     connect(&item_, &NotifierItem::menuWanted, &ownMenu_, &WidgetMenu::popUp);
     connect(&menu_, &MenuExport::entryChosen, this, &StatusItem::entryChosen);
@@ -43,8 +45,7 @@ void LinuxStatusItem::putUp() {
 QString LinuxStatusItem::publish() {
     bus_.registerObject(NotifierItem::path, &item_, QDBusConnection::ExportAdaptors);
     bus_.registerObject(NotifierItem::menuPath, &menu_, QDBusConnection::ExportAdaptors);
-    const QString name =
-        QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
+    const QString name = QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
     // Where such names may not be taken, the connection's own serves.
     return bus_.registerService(name) ? name : bus_.baseService();
 }

@@ -9,8 +9,8 @@
 
 namespace HarrowlaneApp {
 
-/// The item on a Linux desktop: over the bus where a panel takes it there, as an embedded window where one does not, and
-/// nowhere where there is neither. It moves when panels come and go.
+/// The item on a Linux desktop: over the bus where a panel takes it there, as an embedded window where one does not,
+/// and nowhere where there is neither. It moves when panels come and go.
 class LinuxStatusItem : public StatusItem {
     Q_OBJECT
 

@@ -135,11 +135,12 @@ MenuAdaptor::MenuAdaptor(MenuExport& menu) : QDBusAbstractAdaptor(&menu), menu_(
     connect(&menu, &MenuExport::propertiesChanged, this, &MenuAdaptor::ItemsPropertiesUpdated);
 }
 
-uint MenuAdaptor::GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
-                            MenuLayout& layout) {
+uint MenuAdaptor::GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames, MenuLayout& layout) {
     const auto found = menu_.layout(parentId, recursionDepth, propertyNames);
-    if (found) layout = *found;
-    else refuse(parentId);
+    if (found)
+        layout = *found;
+    else
+        refuse(parentId);
     return menu_.revision();
 }
 
@@ -186,7 +187,8 @@ QList<int> MenuAdaptor::AboutToShowGroup(const QList<int>& ids, QList<int>& idEr
 
 void MenuAdaptor::refuse(int id) {
     if (menu_.calledFromDBus()) {
-        menu_.sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("the menu has no such item or property: %1").arg(id));
+        menu_.sendErrorReply(QDBusError::InvalidArgs,
+                             QStringLiteral("the menu has no such item or property: %1").arg(id));
     }
 }
 

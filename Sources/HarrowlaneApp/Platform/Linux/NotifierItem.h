@@ -8,8 +8,8 @@
 
 namespace HarrowlaneApp {
 
-/// The item as panels see it. It is an object on the bus once it has been registered there. A change of what it shows is
-/// told to all panels, and nothing else is.
+/// The item as panels see it. It is an object on the bus once it has been registered there. A change of what it shows
+/// is told to all panels, and nothing else is.
 class NotifierItem : public QObject {
     Q_OBJECT
 

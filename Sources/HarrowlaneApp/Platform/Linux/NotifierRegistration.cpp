@@ -23,7 +23,8 @@ QDBusMessage watcherCall(const QString& interface, const QString& method) {
 } // namespace
 
 NotifierRegistration::NotifierRegistration(QDBusConnection bus, QObject* parent)
-    : QObject(parent), bus_(std::move(bus)) {}
+    : QObject(parent),
+      bus_(std::move(bus)) {}
 
 void NotifierRegistration::start(const QString& itemService) {
     itemService_ = itemService;
@@ -41,15 +42,16 @@ void NotifierRegistration::listen() {
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) {
                 ++round_;
-                if (owner.isEmpty()) settle(Standing::notHosted);
-                else registerItem();
+                if (owner.isEmpty())
+                    settle(Standing::notHosted);
+                else
+                    registerItem();
             });
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
         bus_.connect(watcherService, watcherPath, watcherInterface, QLatin1String(signal), this, SLOT(askForHost()));
     }
-    bus_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                 SLOT(disconnected()));
+    bus_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
+                 QStringLiteral("Disconnected"), this, SLOT(disconnected()));
 }
 
 void NotifierRegistration::registerItem() {
@@ -58,8 +60,10 @@ void NotifierRegistration::registerItem() {
     Bus::call(bus_, {.message = message, .timeoutMilliseconds = Bus::noTimeout}, *this,
               [this, round = round_](const QDBusMessage& reply) {
                   if (round != round_) return;
-                  if (Bus::isError(reply)) settle(Standing::notHosted);
-                  else askForHost();
+                  if (Bus::isError(reply))
+                      settle(Standing::notHosted);
+                  else
+                      askForHost();
               });
 }
 

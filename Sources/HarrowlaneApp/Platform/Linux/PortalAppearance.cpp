@@ -26,7 +26,8 @@ uint numberIn(QVariant value) {
 } // namespace
 
 PortalAppearance::PortalAppearance(QDBusConnection bus, QObject* parent)
-    : DesktopAppearance(parent), bus_(std::move(bus)) {
+    : DesktopAppearance(parent),
+      bus_(std::move(bus)) {
     qRegisterMetaType<QDBusVariant>();
     qDBusRegisterMetaType<Groups>();
     listen();
@@ -55,11 +56,13 @@ void PortalAppearance::readAll() {
     QDBusMessage message =
         QDBusMessage::createMethodCall(service, objectPath, settingsInterface, QStringLiteral("ReadAll"));
     message << QStringList(appearanceGroup);
-    Bus::call(bus_, {.message = message, .timeoutMilliseconds = Bus::noTimeout}, *this, [this](const QDBusMessage& reply) {
-        if (Bus::isError(reply)) return;
-        const QVariantMap settings = Bus::firstOf<Groups>(reply).value(appearanceGroup);
-        take({.colorScheme = numberIn(settings.value(colorSchemeKey)), .contrast = numberIn(settings.value(contrastKey))});
-    });
+    Bus::call(bus_, {.message = message, .timeoutMilliseconds = Bus::noTimeout}, *this,
+              [this](const QDBusMessage& reply) {
+                  if (Bus::isError(reply)) return;
+                  const QVariantMap settings = Bus::firstOf<Groups>(reply).value(appearanceGroup);
+                  take({.colorScheme = numberIn(settings.value(colorSchemeKey)),
+                        .contrast = numberIn(settings.value(contrastKey))});
+              });
 }
 
 void PortalAppearance::takeChange(const QString& group, const QString& key, const QDBusVariant& value) {

@@ -20,7 +20,9 @@ bool isThere(const std::filesystem::path& file) {
 } // namespace
 
 FileInstance::FileInstance(const std::filesystem::path& folder, QObject* parent)
-    : SingleInstance(parent), folder_(folder), request_(folder / "show"),
+    : SingleInstance(parent),
+      folder_(folder),
+      request_(folder / "show"),
       lock_(QString::fromStdString((folder / "lock").string())) {
     // However long the first one runs, its lock is not stale.
     lock_.setStaleLockTime(0);

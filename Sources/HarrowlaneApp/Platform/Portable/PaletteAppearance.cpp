@@ -16,7 +16,8 @@ Appearance shownBy(const QPalette& palette) {
 } // namespace
 
 PaletteAppearance::PaletteAppearance(QObject* parent)
-    : DesktopAppearance(parent), appearance_(shownBy(QGuiApplication::palette())) {
+    : DesktopAppearance(parent),
+      appearance_(shownBy(QGuiApplication::palette())) {
     qApp->installEventFilter(this);
 }
 

@@ -17,7 +17,9 @@ const QString appearanceKey = QStringLiteral("appearancePreference");
 } // namespace
 
 SettingsPreferences::SettingsPreferences(const QString& file, QObject* parent)
-    : Preferences(parent), settings_(file, QSettings::IniFormat), held_(read()) {
+    : Preferences(parent),
+      settings_(file, QSettings::IniFormat),
+      held_(read()) {
     watch();
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &SettingsPreferences::look);
     connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &SettingsPreferences::look);
