@@ -11,8 +11,8 @@ namespace {
 std::string propertyList(const std::string& content) {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
-<plist version="1.0">)" + content +
-           "</plist>\n";
+<plist version="1.0">)" +
+           content + "</plist>\n";
 }
 
 const std::string named = propertyList("<dict><key>CFBundleName</key><string>Meter</string>"
@@ -37,7 +37,8 @@ TEST_F(ApplicationBundleTest, IsFoundByWhereTheExecutableLies) {
 }
 
 TEST_F(ApplicationBundleTest, IsNotTakenFromAFolderOfAnotherShape) {
-    for (const char* contents : {"Meter/Contents", "Meter.app/Content", "Meter.application/Contents", ".app/Contents"}) {
+    for (const char* contents :
+         {"Meter/Contents", "Meter.app/Content", "Meter.application/Contents", ".app/Contents"}) {
         TestSupport::writeFile(folder / contents / "Info.plist", named);
         EXPECT_FALSE(ApplicationBundle::containing(folder / contents / "MacOS/Meter")) << contents;
     }

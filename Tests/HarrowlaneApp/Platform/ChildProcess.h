@@ -20,7 +20,8 @@ public:
 
     explicit ChildProcess(const Start& start) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (auto it = start.variables.cbegin(); it != start.variables.cend(); ++it) environment.insert(it.key(), it.value());
+        for (auto it = start.variables.cbegin(); it != start.variables.cend(); ++it)
+            environment.insert(it.key(), it.value());
         process_.setProcessEnvironment(environment);
         process_.setProcessChannelMode(QProcess::SeparateChannels);
         process_.start(start.program, start.arguments);
@@ -31,7 +32,8 @@ public:
 
     /// The first line that it writes to its standard output; empty where it ends without one.
     [[nodiscard]] QString firstLine() {
-        while (!process_.canReadLine() && process_.waitForReadyRead(30000)) {}
+        while (!process_.canReadLine() && process_.waitForReadyRead(30000)) {
+        }
         return QString::fromUtf8(process_.readLine()).trimmed();
     }
 

@@ -6,7 +6,8 @@
 
 #include "Support/TemporaryFolder.h"
 
-// These tests need no display, and may not open one; nor may they meet the desktop or the settings of whoever runs them.
+// These tests need no display, and may not open one; nor may they meet the desktop or the settings of whoever runs
+// them.
 int main(int argc, char** argv) {
     const TestSupport::TemporaryFolder home;
     qputenv("HOME", QByteArray::fromStdString(home.path().string()));

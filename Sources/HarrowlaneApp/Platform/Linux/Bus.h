@@ -3,10 +3,12 @@
 #include <functional>
 #include <utility>
 
+#include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QTimer>
 
 /// Calls to other programs. None of them blocks: who is asked may be slow, hang, or be a program under a debugger.
 namespace HarrowlaneApp::Bus {
@@ -24,6 +26,13 @@ struct Call {
 /// Calls `answer` once, later, with the reply or the error; not at all where `context` is gone by then.
 inline void call(const QDBusConnection& bus, const Call& what, QObject& context,
                  std::function<void(const QDBusMessage&)> answer) {
+    if (!bus.isConnected()) {
+        // Qt gives such a call no end of its own.
+        QTimer::singleShot(0, &context, [answer = std::move(answer)] {
+            answer(QDBusMessage::createError(QDBusError::Disconnected, QStringLiteral("there is no session bus")));
+        });
+        return;
+    }
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(what.message, what.timeoutMilliseconds), &context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &context,
                      [answer = std::move(answer)](QDBusPendingCallWatcher* finished) {

@@ -62,13 +62,14 @@ TEST_F(BusInstanceTest, TheTokenOfTheSecondStartLetsTheFirstComeToTheFront) {
 
 TEST_F(BusInstanceTest, AFirstThatHangsIsWaitedForNoLongerThanTold) {
     const QString name = Desktop::identifier;
-    const StubService hanging(
-        bus.connect(), {.name = name, .path = '/' + QString(name).replace('.', '/'), .interface = {}},
-        [](const QDBusMessage&) -> std::optional<StubService::Reply> { return std::nullopt; });
+    const StubService hanging(bus.connect(),
+                              {.name = name, .path = '/' + QString(name).replace('.', '/'), .interface = {}},
+                              [](const QDBusMessage&) -> std::optional<StubService::Reply> { return std::nullopt; });
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(BusInstance(bus.connect()).claim(), Claim::unanswered);
-    EXPECT_GE(clock.elapsed(), static_cast<qint64>(SingleInstance::answerSeconds * 1000) - 100);
+    EXPECT_GE(clock.elapsed(), static_cast<qint64>(SingleInstance::answerSeconds * 900))
+        << "timers of this length are coarse";
     EXPECT_EQ(hanging.callsOf("Activate").size(), 1);
 }
 

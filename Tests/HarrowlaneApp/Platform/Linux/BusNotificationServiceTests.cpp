@@ -236,7 +236,7 @@ TEST_F(BusNotificationServiceTest, AServiceThatHangsHoldsUpNothingAndIsGivenUp) 
     EXPECT_LT(clock.elapsed(), Bus::answerMilliseconds / 2);
     ASSERT_TRUE(allAnswered());
     EXPECT_TRUE(outcomes[0].error);
-    EXPECT_GE(clock.elapsed(), Bus::answerMilliseconds - 100);
+    EXPECT_GE(clock.elapsed(), Bus::answerMilliseconds * 9 / 10) << "timers of this length are coarse";
 }
 
 TEST_F(BusNotificationServiceTest, AServiceThatHangsAtABannerMayDoTheNextOne) {

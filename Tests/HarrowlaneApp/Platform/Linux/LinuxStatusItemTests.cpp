@@ -59,8 +59,8 @@ protected:
     }
 
     StubWatcher watcher{desktop};
-    SignalRecorder recorder{desktop, "/StatusNotifierItem"};
-    SignalRecorder menuRecorder{desktop, "/StatusNotifierItem/Menu"};
+    SignalRecorder recorder{desktop, "org.kde.StatusNotifierItem"};
+    SignalRecorder menuRecorder{desktop, "com.canonical.dbusmenu"};
     std::optional<PanelSide> panel;
 };
 
@@ -202,11 +202,11 @@ TEST_F(ShownStatusItemTest, TellsPanelsWhatItIs) {
 }
 
 TEST_F(ShownStatusItemTest, AnswersForAllPropertiesAtOnce) {
-    const QDBusMessage reply =
-        panel->ask({"/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll", {"org.kde.StatusNotifierItem"}});
+    const QDBusMessage reply = panel->ask(
+        {"/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll", {"org.kde.StatusNotifierItem"}});
     const auto all = qdbus_cast<QVariantMap>(reply.arguments().value(0));
-    for (const char* name : {"Category", "Id", "Title", "Status", "WindowId", "IconName", "IconPixmap", "OverlayIconName",
-                             "AttentionIconName", "ToolTip", "ItemIsMenu", "Menu"}) {
+    for (const char* name : {"Category", "Id", "Title", "Status", "WindowId", "IconName", "IconPixmap",
+                             "OverlayIconName", "AttentionIconName", "ToolTip", "ItemIsMenu", "Menu"}) {
         EXPECT_TRUE(all.contains(name)) << name;
     }
 }
@@ -273,7 +273,8 @@ TEST_F(ShownStatusItemTest, ShowsItsMenuInThePanel) {
 
 TEST_F(ShownStatusItemTest, AnswersEveryQuestionOfAMenu) {
     const auto group = qdbus_cast<QList<MenuItemProperties>>(
-        panel->menu("GetGroupProperties", {QVariant::fromValue(QList<int>{1, 99, 4}), QStringList{"label"}}).arguments()[0]);
+        panel->menu("GetGroupProperties", {QVariant::fromValue(QList<int>{1, 99, 4}), QStringList{"label"}})
+            .arguments()[0]);
     EXPECT_EQ(group, (QList<MenuItemProperties>{{1, {{"label", "Open"}}}, {4, {{"label", "Quit"}}}}));
     EXPECT_EQ(panel->menu("GetProperty", {2, "label"}).arguments()[0].value<QDBusVariant>().variant(), "Refresh now");
     EXPECT_EQ(panel->menu("AboutToShow", {0}).arguments()[0], false);

@@ -34,7 +34,8 @@ public:
     /// The names under which items registered.
     [[nodiscard]] QStringList items() const {
         QStringList names;
-        for (const QDBusMessage& call : callsOf("RegisterStatusNotifierItem")) names.append(call.arguments()[0].toString());
+        for (const QDBusMessage& call : callsOf("RegisterStatusNotifierItem"))
+            names.append(call.arguments()[0].toString());
         return names;
     }
 
@@ -68,10 +69,8 @@ public:
         return ask({"/StatusNotifierItem/Menu", "com.canonical.dbusmenu", method, arguments});
     }
     [[nodiscard]] QVariant property(const QString& name) const {
-        const QDBusMessage reply = ask({"/StatusNotifierItem",
-                                        "org.freedesktop.DBus.Properties",
-                                        "Get",
-                                        {"org.kde.StatusNotifierItem", name}});
+        const QDBusMessage reply = ask(
+            {"/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get", {"org.kde.StatusNotifierItem", name}});
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 

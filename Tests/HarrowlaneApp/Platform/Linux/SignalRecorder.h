@@ -6,13 +6,13 @@
 
 namespace HarrowlaneApp {
 
-/// What was signalled from a path of the bus.
+/// What was signalled in an interface, by whomever.
 class SignalRecorder : public QObject {
     Q_OBJECT
 
 public:
-    SignalRecorder(QDBusConnection bus, const QString& path) {
-        bus.connect(QString(), path, QString(), QString(), this, SLOT(take(QDBusMessage)));
+    SignalRecorder(QDBusConnection bus, const QString& interface) {
+        bus.connect(QString(), QString(), interface, QString(), this, SLOT(take(QDBusMessage)));
     }
 
     [[nodiscard]] QStringList members() const {

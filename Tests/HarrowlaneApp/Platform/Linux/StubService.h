@@ -25,7 +25,9 @@ public:
     using Answer = std::function<std::optional<Reply>(const QDBusMessage&)>;
 
     StubService(QDBusConnection bus, Place place, Answer answer)
-        : bus_(std::move(bus)), place_(std::move(place)), answer_(std::move(answer)) {
+        : bus_(std::move(bus)),
+          place_(std::move(place)),
+          answer_(std::move(answer)) {
         bus_.registerVirtualObject(place_.path, this);
         bus_.registerService(place_.name);
     }
@@ -40,8 +42,10 @@ public:
         calls.append(message);
         const auto reply = answer_(message);
         message.setDelayedReply(true);
-        if (!reply) waiting_.append(message);
-        else send(message, *reply);
+        if (!reply)
+            waiting_.append(message);
+        else
+            send(message, *reply);
         return true;
     }
 
@@ -70,8 +74,10 @@ public:
 
 private:
     void send(const QDBusMessage& message, const Reply& reply) {
-        if (reply.isError) bus_.send(message.createErrorReply(reply.values.first().toString(), "as the test wants it"));
-        else bus_.send(message.createReply(reply.values));
+        if (reply.isError)
+            bus_.send(message.createErrorReply(reply.values.first().toString(), "as the test wants it"));
+        else
+            bus_.send(message.createReply(reply.values));
     }
 
     QDBusConnection bus_;

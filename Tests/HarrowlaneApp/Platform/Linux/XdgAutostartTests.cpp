@@ -36,8 +36,9 @@ TEST_F(XdgAutostartTest, IsOffUntilItIsSwitchedOn) {
 TEST_F(XdgAutostartTest, IsADesktopEntry) {
     autostart.setEnabled(true);
     EXPECT_TRUE(autostart.isEnabled());
-    EXPECT_EQ(UsageModel::readWholeFile(entry), "[Desktop Entry]\nType=Application\nName=Brindlewick\nExec=\"/opt/meter\"\n"
-                                                "Icon=app.brindlewick.Brindlewick\nTerminal=false\n");
+    EXPECT_EQ(UsageModel::readWholeFile(entry),
+              "[Desktop Entry]\nType=Application\nName=Brindlewick\nExec=\"/opt/meter\"\n"
+              "Icon=app.brindlewick.Brindlewick\nTerminal=false\n");
     autostart.setEnabled(false);
     EXPECT_FALSE(autostart.isEnabled());
     EXPECT_TRUE(std::filesystem::is_empty(place));
@@ -61,9 +62,9 @@ struct Row {
 };
 
 TEST_F(XdgAutostartTest, QuotesAPathOfAnyKind) {
-    for (const Row& row : {Row{"/a b/c", R"("/a b/c")"}, Row{R"(/a"b)", R"("/a\\"b")"}, Row{"/a$b`c", R"("/a\\$b\\`c")"},
-                           Row{R"(/a\b)", R"("/a\\\\b")"}, Row{"/a%f", R"("/a%%f")"}, Row{"/a\nHidden=true", R"("/a\nHidden=true")"},
-                           Row{"/ä×", "\"/ä×\""}}) {
+    for (const Row& row : {Row{"/a b/c", R"("/a b/c")"}, Row{R"(/a"b)", R"("/a\\"b")"},
+                           Row{"/a$b`c", R"("/a\\$b\\`c")"}, Row{R"(/a\b)", R"("/a\\\\b")"}, Row{"/a%f", R"("/a%%f")"},
+                           Row{"/a\nHidden=true", R"("/a\nHidden=true")"}, Row{"/ä×", "\"/ä×\""}}) {
         EXPECT_EQ(execOf(row.program), row.exec);
     }
 }

@@ -57,7 +57,8 @@ TEST_F(FileInstanceTest, AFirstThatHangsIsWaitedForNoLongerThanTold) {
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(FileInstance(place).claim(), Claim::unanswered);
-    EXPECT_GE(clock.elapsed(), static_cast<qint64>(SingleInstance::answerSeconds * 1000) - 100);
+    EXPECT_GE(clock.elapsed(), static_cast<qint64>(SingleInstance::answerSeconds * 900))
+        << "timers of this length are coarse";
     EXPECT_FALSE(std::filesystem::exists(place / "show")) << "the request would surprise a later start";
 }
 

@@ -104,7 +104,8 @@ struct Row {
 };
 
 TEST_F(SettingsPreferencesTest, ReadsTheFormsOfTrueAndFalse) {
-    for (const Row& row : {Row{"true", true}, Row{"false", false}, Row{"1", true}, Row{"0", false}, Row{"FALSE", false}}) {
+    for (const Row& row :
+         {Row{"true", true}, Row{"false", false}, Row{"1", true}, Row{"0", false}, Row{"FALSE", false}}) {
         write(std::string("[General]\nthresholdAlertsEnabled=") + row.written + "\n");
         EXPECT_EQ(SettingsPreferences(file()).thresholdAlertsEnabled(), row.enabled) << row.written;
     }
