@@ -31,7 +31,7 @@ std::optional<std::string> identifierIn(const std::filesystem::path& propertyLis
     QXmlStreamReader reader(&file);
     if (!reader.readNextStartElement() || reader.name() != u"plist") return std::nullopt;
     if (!reader.readNextStartElement() || reader.name() != u"dict") return std::nullopt;
-    const auto identifier = textOfKey(reader, u"CFBundleIdentifier");
+    auto identifier = textOfKey(reader, u"CFBundleIdentifier");
     if (!identifier || identifier->empty() || reader.hasError()) return std::nullopt;
     return identifier;
 }

@@ -5,9 +5,8 @@
 #include <functional>
 #include <utility>
 
-#include <QTimer>
-
 #include "HarrowlaneApp/Alerts/Banner.h"
+#include "HarrowlaneApp/Platform/Later.h"
 
 namespace HarrowlaneApp {
 
@@ -16,7 +15,7 @@ inline void afterDelay(QObject& owner, const Banner& banner, std::function<void(
     constexpr double longestSeconds = 86400.0;
     if (!(banner.delaySeconds > 0.0)) return show();
     const std::chrono::duration<double> delay(std::min(banner.delaySeconds, longestSeconds));
-    QTimer::singleShot(std::chrono::ceil<std::chrono::milliseconds>(delay), Qt::PreciseTimer, &owner, std::move(show));
+    later(owner, std::chrono::ceil<std::chrono::milliseconds>(delay), std::move(show));
 }
 
 } // namespace HarrowlaneApp

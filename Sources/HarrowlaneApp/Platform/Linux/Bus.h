@@ -1,14 +1,16 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <utility>
+
+#include "HarrowlaneApp/Platform/Later.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QTimer>
 
 /// Calls to other programs. None of them blocks: who is asked may be slow, hang, or be a program under a debugger.
 namespace HarrowlaneApp::Bus {
@@ -28,7 +30,7 @@ inline void call(const QDBusConnection& bus, const Call& what, QObject& context,
                  std::function<void(const QDBusMessage&)> answer) {
     if (!bus.isConnected()) {
         // Qt gives such a call no end of its own.
-        QTimer::singleShot(0, &context, [answer = std::move(answer)] {
+        later(context, std::chrono::milliseconds{0}, [answer = std::move(answer)] {
             answer(QDBusMessage::createError(QDBusError::Disconnected, QStringLiteral("there is no session bus")));
         });
         return;

@@ -33,9 +33,8 @@ class ApplicationAdaptor : public QDBusAbstractAdaptor {
 public:
     explicit ApplicationAdaptor(BusInstance& instance) : QDBusAbstractAdaptor(&instance), instance_(instance) {}
 
-public Q_SLOTS:
     // The names are the interface's.
-    void Activate(const QVariantMap& platformData);
+    Q_SLOT void Activate(const QVariantMap& platformData);
 
 private:
     BusInstance& instance_;

@@ -29,15 +29,13 @@ public:
     void post(const Banner& banner, std::function<void(const std::optional<std::string>&)> answer) override;
     void delivered(std::function<void(const std::vector<std::string>&)> answer) override;
 
-private Q_SLOTS:
-    void forgetClosed(uint id, uint reason);
-
 private:
     struct Posting {
         Banner banner;
         std::function<void(const std::optional<std::string>&)> answer;
     };
 
+    Q_SLOT void forgetClosed(uint id, uint reason);
     void listen();
     void forgetService();
     void enqueue(Posting posting);

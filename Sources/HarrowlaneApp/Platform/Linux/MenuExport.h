@@ -71,17 +71,16 @@ public:
     [[nodiscard]] QString status() const { return QStringLiteral("normal"); }
     [[nodiscard]] QStringList iconThemePath() const { return {}; }
 
-public Q_SLOTS:
     // The names are the interface's.
-    uint GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
-                   HarrowlaneApp::MenuLayout& layout);
-    QList<HarrowlaneApp::MenuItemProperties> GetGroupProperties(const QList<int>& ids,
-                                                                const QStringList& propertyNames);
-    QDBusVariant GetProperty(int id, const QString& name);
-    void Event(int id, const QString& eventId, const QDBusVariant& data, uint timestamp);
-    QList<int> EventGroup(const QList<HarrowlaneApp::MenuEvent>& events);
-    bool AboutToShow(int id);
-    QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors);
+    Q_SLOT uint GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
+                          HarrowlaneApp::MenuLayout& layout);
+    Q_SLOT QList<HarrowlaneApp::MenuItemProperties> GetGroupProperties(const QList<int>& ids,
+                                                                       const QStringList& propertyNames);
+    Q_SLOT QDBusVariant GetProperty(int id, const QString& name);
+    Q_SLOT void Event(int id, const QString& eventId, const QDBusVariant& data, uint timestamp);
+    Q_SLOT QList<int> EventGroup(const QList<HarrowlaneApp::MenuEvent>& events);
+    Q_SLOT bool AboutToShow(int id);
+    Q_SLOT QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors);
 
 Q_SIGNALS:
     void ItemsPropertiesUpdated(const QList<HarrowlaneApp::MenuItemProperties>& updatedProps,

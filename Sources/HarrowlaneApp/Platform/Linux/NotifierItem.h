@@ -73,14 +73,13 @@ public:
     [[nodiscard]] bool itemIsMenu() const { return false; }
     [[nodiscard]] QDBusObjectPath menu() const { return QDBusObjectPath(NotifierItem::menuPath); }
 
-public Q_SLOTS:
     // The names are the interface's.
-    void Activate(int x, int y) { Q_EMIT item_.activated({x, y}); }
-    void SecondaryActivate(int x, int y) { Q_EMIT item_.activated({x, y}); }
-    void ContextMenu(int x, int y) { Q_EMIT item_.menuWanted({x, y}); }
-    void Scroll(int, const QString&) {}
+    Q_SLOT void Activate(int x, int y) { Q_EMIT item_.activated({x, y}); }
+    Q_SLOT void SecondaryActivate(int x, int y) { Q_EMIT item_.activated({x, y}); }
+    Q_SLOT void ContextMenu(int x, int y) { Q_EMIT item_.menuWanted({x, y}); }
+    Q_SLOT void Scroll(int, const QString&) {}
     /// Comes before `Activate`: what lets a window come to the front that is opened on a click.
-    void ProvideXdgActivationToken(const QString& token);
+    Q_SLOT void ProvideXdgActivationToken(const QString& token);
 
 Q_SIGNALS:
     void NewTitle();

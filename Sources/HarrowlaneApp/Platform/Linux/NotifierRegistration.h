@@ -26,13 +26,11 @@ Q_SIGNALS:
     /// Whether the item is shown has been found out: for the first time, or it is not what it was.
     void decided(bool hosted);
 
-private Q_SLOTS:
-    void askForHost();
-    void disconnected();
-
 private:
     enum class Standing { unknown, hosted, notHosted };
 
+    Q_SLOT void askForHost();
+    Q_SLOT void disconnected();
     void listen();
     void registerItem();
     void take(const QDBusMessage& hostRegistered);

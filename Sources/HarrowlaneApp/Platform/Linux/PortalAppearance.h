@@ -23,9 +23,6 @@ public:
     /// The portal has no such setting.
     [[nodiscard]] bool reducesTransparency() const override { return false; }
 
-private Q_SLOTS:
-    void takeChange(const QString& group, const QString& key, const QDBusVariant& value);
-
 private:
     static constexpr uint highContrast = 1;
     static constexpr uint prefersDark = 1;
@@ -39,6 +36,7 @@ private:
         friend bool operator==(const Told&, const Told&) = default;
     };
 
+    Q_SLOT void takeChange(const QString& group, const QString& key, const QDBusVariant& value);
     void listen();
     void readAll();
     void take(const Told& told);

@@ -4,8 +4,8 @@
 #include <system_error>
 
 #include <QEventLoop>
-#include <QTimer>
 
+#include "HarrowlaneApp/Platform/Later.h"
 #include "UsageModel/Files.h"
 
 namespace HarrowlaneApp {
@@ -69,7 +69,8 @@ SingleInstance::Claim FileInstance::ask() {
         if (!isThere(request_)) loop.quit();
     });
     UsageModel::createPrivateFile(request_);
-    QTimer::singleShot(std::chrono::milliseconds(static_cast<int>(answerSeconds * 1000)), &loop, &QEventLoop::quit);
+    constexpr std::chrono::milliseconds patience(static_cast<int>(answerSeconds * 1000));
+    later(loop, patience, [&loop] { loop.quit(); });
     loop.exec();
     if (!isThere(request_)) return Claim::shownElsewhere;
     UsageModel::removeFile(request_);
