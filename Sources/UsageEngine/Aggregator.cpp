@@ -26,7 +26,7 @@ using Computed = std::vector<WindowCompute>;
 std::optional<Date> sessionOfReading(const Facts& facts) {
     constexpr int mostWindowsBack = 4096;
     const UsageModel::GaugeWindow* window = gaugeWindow(facts.gauge, WindowKind::session5h);
-    if (window == nullptr || !window->usedPercentage) return std::nullopt;
+    if (facts.gauge == nullptr || window == nullptr || !window->usedPercentage) return std::nullopt;
     const Date captured{facts.gauge->capturedAt};
     if (!(captured <= facts.now)) return std::nullopt;
 

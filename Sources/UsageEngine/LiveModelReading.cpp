@@ -28,8 +28,9 @@ void add(Sessions& sessions, const UsageEvent& event, double weight) {
     session.weight += weight;
 }
 
-std::vector<LiveModel::Session> latestFirst(Sessions sessions) {
+std::vector<LiveModel::Session> latestFirst(Sessions&& sessions) {
     std::vector<LiveModel::Session> list;
+    list.reserve(sessions.size());
     for (auto& [id, session] : sessions) {
         session.id = id;
         list.push_back(std::move(session));

@@ -5,6 +5,7 @@
 
 #include "Conformance/Server.h"
 #include "UsageModel/CategoryWeights.h"
+#include "UsageModel/WeekSeries.h"
 
 namespace Conformance {
 namespace {
@@ -182,6 +183,17 @@ TEST(Serve, FlushesEachAnswerBeforeItReadsOn) {
     EXPECT_EQ(asker.answersSeen, 3U);
 }
 
+TEST(AllOperations, KnowWhatUsersRead) {
+    const Operations operations = allOperations();
+    for (const char* name :
+         {"CalendarView.columns", "ChartTooltip.format", "ModelsView.note", "NowView.clockString", "NowView.timeLeft",
+          "Pace.explanation", "Pace.status", "SessionBar.capText", "SessionDetail.plainText", "SessionDetail.weekCost",
+          "WeekChart.accessibilitySummary", "WeekChart.barAxisTop", "WeekChart.geometry", "WeekCopy.compact",
+          "WeekCopy.content", "WeekCopy.standing", "WhatIfPanel.texts"}) {
+        EXPECT_TRUE(operations.contains(name)) << name;
+    }
+}
+
 TEST(AllOperations, KnowTheRecordsAndTheLines) {
     const Operations operations = allOperations();
     for (const char* name : {"AppPaths.isOurShim",       "CategoryWeights.effective",
@@ -303,6 +315,41 @@ TEST(LineOperations, BytesInBase64StandForTheLine) {
 TEST(LineOperations, ATimestampIsAnInstant) {
     EXPECT_EQ(ask("TimeParsing.iso8601UTC", {{"text", "1970-01-01T00:00:01.5Z"}}), (json{{"ok", 1.5}}));
     EXPECT_EQ(ask("TimeParsing.iso8601UTC", {{"text", "yesterday"}}), (json{{"ok", nullptr}}));
+}
+
+json emptyWeek() {
+    return UsageModel::Json::encode(UsageModel::WeekSeries{});
+}
+
+TEST(CopyOperations, PanelsAreListsOfTheirSides) {
+    const json arguments = {{"series", emptyWeek()}, {"width", 656}, {"height", 300}, {"date", 0}, {"value", 0}};
+    EXPECT_EQ(ask("WeekChart.geometry", arguments).at("ok"), (json{{"topPanel", {42.0, 16.0, 556.0, 174.0}},
+                                                                   {"bottomPanel", {42.0, 204.0, 556.0, 72.0}},
+                                                                   {"x", 42.0},
+                                                                   {"topY", 190.0},
+                                                                   {"botY", 276.0}}));
+}
+
+TEST(CopyOperations, APanelWithoutASpaceOfChangesIsNull) {
+    EXPECT_EQ(ask("WhatIfPanel.texts", {{"series", emptyWeek()}, {"timeZone", "UTC"}}), (json{{"ok", nullptr}}));
+}
+
+TEST(CopyOperations, ASessionIsOneLineInItsZone) {
+    const json bar = {{"start", 0},
+                      {"end", 18000},
+                      {"fillFraction", 0.5},
+                      {"weeklyCost", 0.1},
+                      {"byModelClass", {{"haiku", 1}}},
+                      {"isCurrent", true},
+                      {"capBasis", "liveGauge"}};
+    EXPECT_EQ(ask("SessionDetail.plainText", {{"bar", bar}, {"series", emptyWeek()}, {"timeZone", "Asia/Kolkata"}}),
+              (json{{"ok", "Thu 5:30 AM – 10:30 AM — running  ·  10% of the week  ·  50% of the 5h cap  ·  "
+                           "Haiku & other 100%"}}));
+}
+
+TEST(CopyOperations, AnUnknownZoneIsAnError) {
+    EXPECT_THAT(ask("NowView.clockString", {{"isWeekly", true}, {"timeZone", "Mars/Olympus"}}).at("error"),
+                HasSubstr("Mars/Olympus"));
 }
 
 } // namespace

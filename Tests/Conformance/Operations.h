@@ -64,6 +64,8 @@ void addRecordOperations(Operations& operations);
 void addLineOperations(Operations& operations);
 /// The operations of the forecast engine.
 void addEngineOperations(Operations& operations);
+/// The operations on what users read.
+void addCopyOperations(Operations& operations);
 /// The alert machines, run over several steps.
 void addAlertOperations(Operations& operations);
 

@@ -107,5 +107,23 @@ TEST(BottomUpForecast, AFactorScalesTheGrowth) {
     EXPECT_EQ(BottomUpForecast{.usedNow = 3}.projected(sunday), 3);
 }
 
+TEST(BottomUpForecast, HoursThatGiveBackNeverLowerACurve) {
+    WeekdayProfile profile;
+    profile.dayLevel.assign(7, 24);
+    profile.dayHigh = profile.dayLow = profile.dayLevel;
+    profile.hourShare[2] = -0.5;
+    const auto forecast = BottomUpForecast::make({.profile = profile,
+                                                  .usedNow = 3,
+                                                  .window = {.from = sunday - 1.0, .to = sunday + 6 * hour},
+                                                  .now = sunday,
+                                                  .calendar = UsageModel::Calendar::utc(),
+                                                  .recencyWeight = 0,
+                                                  .sessionCapCost = {}});
+    ASSERT_EQ(forecast->curve.size(), 7U);
+    for (std::size_t i = 1; i < forecast->curve.size(); ++i)
+        EXPECT_GE(forecast->curve[i].used, forecast->curve[i - 1].used) << i;
+    EXPECT_NEAR(forecast->landing(), 5, 1e-9) << "the two hours before the damage";
+}
+
 } // namespace
 } // namespace UsageEngine

@@ -9,7 +9,7 @@ class QPainter;
 
 namespace HarrowlaneApp {
 
-/// A box for one line of text, in which its letters are centred by ascent and descent.
+/// A box for one line of text, in which its letters are centred by ascent and descent, and by eye.
 struct LineBox {
     double left = 0.0;
     double top = 0.0;
@@ -35,6 +35,8 @@ public:
     [[nodiscard]] double capitalHeight() const;
     /// How far the ink of a text reaches above the baseline.
     [[nodiscard]] double inkAbove(const QString& text) const;
+    /// The room between a letter's ink and its end.
+    [[nodiscard]] double rightBearing(QChar letter) const;
     /// Where the baseline lies in a box, from the top of the drawing.
     [[nodiscard]] double baseline(const LineBox& box) const;
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include <QImage>
 #include <QPointF>
 #include <QRectF>
 
@@ -21,6 +22,9 @@ struct Haze {
 
 /// The spots over a ground, in drawing order; none with reduced transparency.
 [[nodiscard]] std::vector<Haze> haze(const QRectF& ground, const Look& look);
+
+/// The ground of a window of that many pixels. What repaints often keeps it: it takes milliseconds to make.
+[[nodiscard]] QImage image(const QSize& pixels, const Look& look);
 
 /// Fills the rectangle, and nothing beyond it.
 void paint(QPainter& painter, const QRectF& ground, const Look& look);

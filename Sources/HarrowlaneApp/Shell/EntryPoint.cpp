@@ -1,20 +1,65 @@
+#include <array>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <QGuiApplication>
+
 #include "HarrowlaneApp/Shell/CommandLine.h"
+#include "HarrowlaneApp/Shell/MeterDumps.h"
 
 namespace AppMain {
 
 namespace {
 
+using HarrowlaneApp::Job;
+using Kind = Job::Kind;
+
+// Looking for displays, Qt complains where the session has no runtime folder, though none is going to be used.
+void dropWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+}
+
+/// What Qt needs to draw into images, on a machine with or without a display.
+class ImageSession {
+public:
+    /// Images do not depend on a screen, so none is asked for unless the user names a platform.
+    explicit ImageSession(char* programName) : arguments_{programName, nullptr} {
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+        const QtMessageHandler usual = qInstallMessageHandler(dropWarnings);
+        application_.emplace(argumentCount_, arguments_.data());
+        qInstallMessageHandler(usual);
+    }
+
+private:
+    // Qt keeps references to both.
+    int argumentCount_ = 1;
+    std::array<char*, 2> arguments_;
+    std::optional<QGuiApplication> application_;
+};
+
+void draw(const Job& job, char* programName) {
+    const ImageSession session(programName);
+    switch (job.kind) {
+    case Kind::dumpMeter: return HarrowlaneApp::MeterArt::dumpSampleStrip(job.path);
+    case Kind::dumpMenuBar: return HarrowlaneApp::MeterArt::dumpMenuBarStrip(job.path, job.scale);
+    case Kind::dumpIconset: return HarrowlaneApp::IconArt::dumpIconset(job.path);
+    default: return;
+    }
+}
+
 /// Performs the one job that the arguments ask for. The status is 0 whatever comes of it: failures are only printed.
-int main(const std::vector<std::string>& arguments) {
-    const HarrowlaneApp::Job job = HarrowlaneApp::jobFor(arguments);
-    if (job.kind == HarrowlaneApp::Job::Kind::application) {
+int main(int argc, char** argv) {
+    const Job job = HarrowlaneApp::jobFor(std::vector<std::string>(argv, argv + argc));
+    switch (job.kind) {
+    case Kind::dumpMeter:
+    case Kind::dumpMenuBar:
+    case Kind::dumpIconset: draw(job, argv[0]); break;
+    case Kind::application:
         std::puts("the menu-bar program is not built into this version yet; brindlewick-report shows the numbers");
-    } else {
-        std::printf("%s is not built into this version yet\n", std::string(switchOf(job.kind)).c_str());
+        break;
+    default: std::printf("%s is not built into this version yet\n", std::string(switchOf(job.kind)).c_str());
     }
     return 0;
 }
@@ -24,5 +69,5 @@ int main(const std::vector<std::string>& arguments) {
 } // namespace AppMain
 
 int main(int argc, char** argv) {
-    return AppMain::main({argv, argv + argc});
+    return AppMain::main(argc, argv);
 }

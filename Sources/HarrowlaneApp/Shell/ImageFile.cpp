@@ -1,0 +1,43 @@
+#include "HarrowlaneApp/Shell/ImageFile.h"
+
+#include <cstdio>
+#include <fstream>
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+
+namespace HarrowlaneApp {
+
+namespace {
+
+// Of PNG's degrees of packing; higher ones take twice the time for a few percent.
+constexpr int packing = 80;
+
+QByteArray encoded(const QImage& image) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    return image.save(&buffer, "PNG", packing) ? bytes : QByteArray();
+}
+
+bool store(const std::string& path, const QByteArray& bytes) {
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(bytes.data(), bytes.size());
+    file.close();
+    return !bytes.isEmpty() && file.good();
+}
+
+} // namespace
+
+void write(const QImage& image, const ImageFile& file) {
+    if (image.isNull()) {
+        std::printf("no image for %s (needs a GUI session)\n", file.name.c_str());
+    } else if (store(file.path, encoded(image))) {
+        std::printf("wrote %s\n", file.name.c_str());
+    } else {
+        std::printf("could not write %s\n", file.name.c_str());
+    }
+}
+
+} // namespace HarrowlaneApp

@@ -1,0 +1,29 @@
+#include "HarrowlaneApp/Store/Records.h"
+
+#include "UsageIngest/LogDiscovery.h"
+
+namespace HarrowlaneApp {
+
+namespace {
+
+class LoggedRecords : public Records {
+public:
+    explicit LoggedRecords(const UsageModel::AppPaths& paths) : logs_(paths.sessionLogs()), store_(paths.database()) {}
+
+    Files discover() override { return logs_.discover(); }
+    UsageIngest::SyncStats sync(const Files& files) override { return store_.sync(files); }
+    UsageIngest::EventList allEvents() override { return store_.allEvents(); }
+    std::vector<UsageModel::Anchor> anchors() override { return store_.anchors(); }
+
+private:
+    UsageIngest::LogDiscovery logs_;
+    UsageIngest::IngestStore store_;
+};
+
+} // namespace
+
+std::unique_ptr<Records> openRecords(const UsageModel::AppPaths& paths) {
+    return std::make_unique<LoggedRecords>(paths);
+}
+
+} // namespace HarrowlaneApp
