@@ -1,8 +1,10 @@
 #include "HarrowlaneApp/Platform/Linux/NotifierRegistration.h"
 
-#include <QDBusVariant>
-#include <QTimer>
+#include <chrono>
 
+#include <QDBusVariant>
+
+#include "HarrowlaneApp/Platform/Later.h"
 #include "HarrowlaneApp/Platform/Linux/Bus.h"
 
 namespace HarrowlaneApp {
@@ -30,7 +32,7 @@ void NotifierRegistration::start(const QString& itemService) {
     itemService_ = itemService;
     listen();
     registerItem();
-    QTimer::singleShot(patienceMilliseconds, this, [this] {
+    later(*this, std::chrono::milliseconds{patienceMilliseconds}, [this] {
         if (standing_ == Standing::unknown) settle(Standing::notHosted);
     });
 }
