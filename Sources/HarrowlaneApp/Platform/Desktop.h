@@ -21,6 +21,9 @@ inline constexpr const char* identifier = "app.brindlewick.Brindlewick";
 /// Its name as users read it.
 inline constexpr const char* displayName = "Brindlewick";
 
+/// Whether there is a screen to show windows on. Wants no application object: asked before there is one.
+[[nodiscard]] bool hasDisplay();
+
 /// "linux" or "portable".
 [[nodiscard]] QString platformName();
 
