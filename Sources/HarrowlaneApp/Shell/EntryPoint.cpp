@@ -8,6 +8,8 @@
 
 #include "HarrowlaneApp/Shell/CommandLine.h"
 #include "HarrowlaneApp/Shell/MeterDumps.h"
+#include "HarrowlaneApp/Shell/NotifyTest.h"
+#include "HarrowlaneApp/Shell/RunApplication.h"
 
 namespace AppMain {
 
@@ -56,9 +58,8 @@ int main(int argc, char** argv) {
     case Kind::dumpMeter:
     case Kind::dumpMenuBar:
     case Kind::dumpIconset: draw(job, argv[0]); break;
-    case Kind::application:
-        std::puts("the menu-bar program is not built into this version yet; brindlewick-report shows the numbers");
-        break;
+    case Kind::notifyTest: HarrowlaneApp::runNotifyTest(argc, argv); break;
+    case Kind::application: return HarrowlaneApp::runApplication(argc, argv);
     default: std::printf("%s is not built into this version yet\n", std::string(switchOf(job.kind)).c_str());
     }
     return 0;

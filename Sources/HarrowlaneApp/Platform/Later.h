@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <utility>
+
+#include <QTimer>
+
+namespace HarrowlaneApp {
+
+/// Does something once that span is over; not at all where `context` is gone by then.
+inline void later(QObject& context, std::chrono::milliseconds span, std::function<void()> what) {
+    auto* timer = new QTimer(&context);
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer, &QTimer::timeout, &context, [timer, what = std::move(what)] {
+        timer->deleteLater();
+        what();
+    });
+    timer->start(span);
+}
+
+} // namespace HarrowlaneApp

@@ -1,0 +1,58 @@
+#include "HarrowlaneApp/Shell/RunApplication.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+#include <QApplication>
+
+#include "HarrowlaneApp/Platform/ApplicationBundle.h"
+#include "HarrowlaneApp/Platform/Desktop.h"
+#include "HarrowlaneApp/Shell/MenuBarProgram.h"
+
+namespace HarrowlaneApp {
+
+namespace {
+
+bool wantsDemoGauge() {
+    const char* value = std::getenv("HWL_DEMO_GAUGE");
+    return value != nullptr && std::string_view(value) == "1";
+}
+
+std::optional<std::filesystem::path> bundleFolder() {
+    const auto bundle = ApplicationBundle::ofThisProcess();
+    return bundle ? std::optional(bundle->contents.parent_path()) : std::nullopt;
+}
+
+} // namespace
+
+int runApplication(int argc, char** argv) {
+    if (!Desktop::hasDisplay()) {
+        std::puts("no display to live on; brindlewick-report shows the numbers in a terminal");
+        return 0;
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName(QString::fromUtf8(Desktop::displayName));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const UsageModel::AppPaths paths;
+    const auto instance = Desktop::makeSingleInstance(paths.support());
+    if (instance->claim() != SingleInstance::Claim::first) return 0;
+
+    const auto item = Desktop::makeStatusItem();
+    const auto notifications = Desktop::makeNotificationService(*item);
+    const auto preferences = Desktop::makePreferences();
+    const auto alertSettings = [&preferences] {
+        return AlertSettings{.thresholdAlertsEnabled = preferences->thresholdAlertsEnabled()};
+    };
+    UsageStore store({.paths = paths,
+                      .bundle = bundleFolder(),
+                      .notifications = *notifications,
+                      .alertSettings = alertSettings,
+                      .demoGauge = wantsDemoGauge()});
+    const MenuBarProgram program(store, *item);
+    QObject::connect(&program, &MenuBarProgram::quitRequested, &application, &QApplication::quit);
+    return QApplication::exec();
+}
+
+} // namespace HarrowlaneApp
