@@ -9,6 +9,9 @@
 
 #include "HarrowlaneApp/Views/HUDLabel.h"
 #include "HarrowlaneApp/Views/ItemCanvas.h"
+#include "HarrowlaneApp/Views/PanelBox.h"
+#include "HarrowlaneApp/Views/ProseLabel.h"
+#include "HarrowlaneApp/Views/SettingsControls.h"
 
 namespace HarrowlaneApp {
 
@@ -110,6 +113,14 @@ private:
 QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* object) {
     if (auto* canvas = qobject_cast<ItemCanvas*>(object)) return new CanvasAccessible(*canvas);
     if (auto* label = qobject_cast<HUDLabel*>(object)) return new QAccessibleWidget(label, QAccessible::StaticText);
+    if (auto* prose = qobject_cast<ProseLabel*>(object)) return new QAccessibleWidget(prose, QAccessible::StaticText);
+    if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
+        return new QAccessibleWidget(badge, QAccessible::StaticText);
+    }
+    if (auto* panel = qobject_cast<PanelBox*>(object)) return new QAccessibleWidget(panel, QAccessible::Grouping);
+    if (auto* picker = qobject_cast<SegmentedPicker*>(object)) {
+        return new QAccessibleWidget(picker, QAccessible::Grouping);
+    }
     return nullptr;
 }
 
