@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include <QString>
+
+#include "HarrowlaneApp/Alerts/NotificationService.h"
+#include "HarrowlaneApp/Platform/Autostart.h"
+#include "HarrowlaneApp/Platform/DesktopAppearance.h"
+#include "HarrowlaneApp/Platform/Preferences.h"
+#include "HarrowlaneApp/Platform/SingleInstance.h"
+#include "HarrowlaneApp/Platform/StatusItem.h"
+
+/// What this build has for each interface to the desktop. All of them want an application object with widgets; nothing
+/// is seen on the desktop before it is asked for.
+namespace HarrowlaneApp::Desktop {
+
+/// The program's name among all programs, where it is not bundled too.
+inline constexpr const char* identifier = "app.brindlewick.Brindlewick";
+/// Its name as users read it.
+inline constexpr const char* displayName = "Brindlewick";
+
+/// "linux" or "portable".
+[[nodiscard]] QString platformName();
+
+[[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem();
+/// `item` is where the portable service shows its banners, and outlives it.
+[[nodiscard]] std::unique_ptr<NotificationService> makeNotificationService(StatusItem& item);
+[[nodiscard]] std::unique_ptr<DesktopAppearance> makeAppearance();
+[[nodiscard]] std::unique_ptr<Preferences> makePreferences();
+/// `support` is the program's folder.
+[[nodiscard]] std::unique_ptr<SingleInstance> makeSingleInstance(const std::filesystem::path& support);
+[[nodiscard]] std::unique_ptr<Autostart> makeAutostart();
+
+} // namespace HarrowlaneApp::Desktop

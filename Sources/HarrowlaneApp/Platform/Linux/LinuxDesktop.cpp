@@ -1,0 +1,45 @@
+#include "HarrowlaneApp/Platform/Desktop.h"
+
+#include <QDBusConnection>
+
+#include "HarrowlaneApp/Platform/Linux/BusInstance.h"
+#include "HarrowlaneApp/Platform/Linux/BusNotificationService.h"
+#include "HarrowlaneApp/Platform/Linux/LinuxStatusItem.h"
+#include "HarrowlaneApp/Platform/Linux/PortalAppearance.h"
+#include "HarrowlaneApp/Platform/Linux/XdgAutostart.h"
+#include "HarrowlaneApp/Platform/Portable/FileInstance.h"
+#include "HarrowlaneApp/Platform/Portable/SettingsPreferences.h"
+
+namespace HarrowlaneApp::Desktop {
+
+QString platformName() {
+    return QStringLiteral("linux");
+}
+
+std::unique_ptr<StatusItem> makeStatusItem() {
+    return std::make_unique<LinuxStatusItem>(QDBusConnection::sessionBus());
+}
+
+std::unique_ptr<NotificationService> makeNotificationService(StatusItem&) {
+    return std::make_unique<BusNotificationService>(QDBusConnection::sessionBus());
+}
+
+std::unique_ptr<DesktopAppearance> makeAppearance() {
+    return std::make_unique<PortalAppearance>(QDBusConnection::sessionBus());
+}
+
+std::unique_ptr<Preferences> makePreferences() {
+    return std::make_unique<SettingsPreferences>(SettingsPreferences::usualFile());
+}
+
+std::unique_ptr<SingleInstance> makeSingleInstance(const std::filesystem::path& support) {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected()) return std::make_unique<BusInstance>(bus);
+    return std::make_unique<FileInstance>(support / "instance");
+}
+
+std::unique_ptr<Autostart> makeAutostart() {
+    return std::make_unique<XdgAutostart>(XdgAutostart::usualPlace());
+}
+
+} // namespace HarrowlaneApp::Desktop
