@@ -3,9 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <variant>
@@ -14,26 +12,23 @@
 #include <unistd.h>
 
 #include "Report/Helper.h"
-#include "Report/Numbers.h"
 #include "Report/Options.h"
 #include "Report/ProgressBar.h"
-#include "Report/Report.h"
-#include "Report/ReportJson.h"
-#include "Report/ReportText.h"
-#include "UsageGauge/GaugeReader.h"
-#include "UsageGauge/StatusLineInstaller.h"
-#include "UsageIngest/IngestStore.h"
-#include "UsageIngest/LogDiscovery.h"
+#include "Report/Refresher.h"
+#include "Report/SnapshotText.h"
+#include "Report/Text.h"
+#include "Report/Trust.h"
+#include "Report/TrustText.h"
+#include "Report/Watch.h"
+#include "UsageEngine/WindowComputation.h"
 #include "UsageModel/AppPaths.h"
-#include "UsageModel/Files.h"
+#include "UsageModel/Json.h"
 
 namespace {
 
 using namespace Report;
-using UsageIngest::IngestStore;
 using UsageModel::AppPaths;
-
-using Logs = std::vector<std::filesystem::path>;
+using UsageModel::Date;
 
 int complain(int status, const std::string& message) {
     const std::string line = std::string(programName) + ": " + oneLine(message) + "\n";
@@ -47,21 +42,18 @@ int print(const std::string& text) {
     return errno == EPIPE ? failedStatus : complain(failedStatus, "cannot write to the standard output");
 }
 
-double secondsSince1970() {
-    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+template <typename Record>
+int printJson(const Record& record) {
+    return print(UsageModel::Json::toText(UsageModel::Json::encode(record)) + "\n");
+}
+
+Date nowOf(const Options& options) {
+    const auto present = std::chrono::system_clock::now().time_since_epoch();
+    return options.now.value_or(Date{std::chrono::duration<double>(present).count()});
 }
 
 double steadySeconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-bool isSet(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr && *value != '\0';
-}
-
-Style styleOfOutput() {
-    return isatty(STDOUT_FILENO) == 1 && !isSet("NO_COLOR") ? Style::coloured : Style::plain;
 }
 
 ProgressBar::Write terminalOfErrors() {
@@ -69,33 +61,12 @@ ProgressBar::Write terminalOfErrors() {
     return [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
 }
 
-/// Absent, and said so, where the database cannot be opened.
-std::optional<IngestStore> openStore(const AppPaths& paths) try {
-    UsageModel::createPrivateFolders(paths.support());
-    UsageModel::makePrivate(paths.support());
-    return IngestStore(paths.database());
-} catch (const std::exception& error) {
-    complain(failedStatus, "cannot open the database " + paths.database().string() + ": " + error.what());
-    return std::nullopt;
-}
-
-/// Why the record could not be brought up to date; absent where it could.
-std::optional<std::string> sync(IngestStore& store, const Logs& logs) try {
-    ProgressBar bar(terminalOfErrors(), steadySeconds);
-    store.sync(logs, [&](const UsageModel::IngestProgress& progress) { bar.show(progress); });
-    return std::nullopt;
-} catch (const UsageIngest::SQLiteError& error) {
-    return std::string("cannot store what is new; showing what was known before: ") + error.what();
-} catch (const std::exception& error) {
-    return std::string("cannot read the logs; showing what was known before: ") + error.what();
-}
-
 UsageGauge::StatusLineInstaller installerFor(const AppPaths& paths) {
     return UsageGauge::StatusLineInstaller(paths.claudeSettings(), paths.support());
 }
 
 int installedHelper(const Options& options, const std::filesystem::path& helper) try {
-    return print(installHelper(installerFor(AppPaths(options.home)), helper, options.now) + "\n");
+    return print(installHelper(installerFor(AppPaths(options.home)), helper, nowOf(options)) + "\n");
 } catch (const std::exception& error) {
     return complain(failedStatus, std::string("Install failed: ") + error.what());
 }
@@ -106,29 +77,94 @@ int removedHelper(const Options& options) try {
     return complain(failedStatus, std::string("Uninstall failed: ") + error.what());
 }
 
-int printReport(const Options& options) {
-    const AppPaths paths(options.home);
-    std::optional<IngestStore> store = openStore(paths);
-    if (!store) return failedStatus;
-    const Logs logs = UsageIngest::LogDiscovery(paths.sessionLogs()).discover();
-    const std::optional<std::string> failure = sync(*store, logs);
-    const UsageIngest::EventList events = store->allEvents();
-    if (failure) complain(failedStatus, *failure);
-    const UsageReport report = makeReport({
-        .events = *events,
-        .gauge = UsageGauge::GaugeReader{paths.gaugeFile()}.read(),
-        .now = options.now,
-        .calendar = options.calendar,
-        .logFiles = static_cast<std::int64_t>(logs.size()),
-        .helper = installerFor(paths).state(),
-    });
-    const int printStatus =
-        print(options.json ? reportJson(report) : reportText(report, paths.sessionLogs(), styleOfOutput()));
-    return failure ? failedStatus : printStatus;
+/// Absent, and said so, where the database cannot be opened.
+std::optional<Refresher> opened(const Options& options) try {
+    return std::optional<Refresher>(std::in_place, AppPaths(options.home), options.calendar);
+} catch (const std::exception& error) {
+    const std::string database = AppPaths(options.home).database().string();
+    complain(failedStatus, "cannot open the database " + database + ": " + error.what());
+    return std::nullopt;
 }
 
-int printedReport(const Options& options) try {
-    return printReport(options);
+Knowledge loadWithProgress(Refresher& refresher) {
+    ProgressBar bar(terminalOfErrors(), steadySeconds);
+    return refresher.load([&](const UsageModel::IngestProgress& progress) { bar.show(progress); });
+}
+
+std::string pageText(const Options& options, const Knowledge& knowledge, const UsageModel::UsageSnapshot& snapshot,
+                     const Terminal& terminal) {
+    const AppPaths paths(options.home);
+    return snapshotText({.snapshot = snapshot,
+                         .calendar = options.calendar,
+                         .history = knowledge.history,
+                         .helper = installerFor(paths).state(),
+                         .logFolder = paths.sessionLogs(),
+                         .complaint = options.watch ? knowledge.complaint : std::nullopt},
+                        terminal);
+}
+
+int printSnapshot(const Options& options, Refresher& refresher, const Knowledge& knowledge) {
+    const UsageModel::UsageSnapshot snapshot = refresher.snapshot(knowledge, nowOf(options));
+    if (options.json) return printJson(snapshot);
+    return print(pageText(options, knowledge, snapshot, terminalOf(terminalFacts(STDOUT_FILENO))));
+}
+
+int printTrust(const Options& options, const Knowledge& knowledge) {
+    const auto turns =
+        UsageEngine::weigh(*knowledge.events, UsageModel::CategoryWeights::priors(UsageModel::liveWeightScale));
+    const UsageEngine::WindowBounds week = UsageEngine::windowBounds({
+        .kind = UsageModel::WindowKind::weeklyAll,
+        .gauge = knowledge.gauge ? &*knowledge.gauge : nullptr,
+        .now = nowOf(options),
+        .anchors = knowledge.anchors,
+    });
+    const Trust trust = trustOf({.turns = turns, .calendar = options.calendar, .weekStart = week.start});
+    if (options.json) return printJson(trust);
+    return print(trustText(trust, options.calendar, terminalOf(terminalFacts(STDOUT_FILENO))));
+}
+
+/// Ends as the signal wants, for whoever looks why.
+int endedBy(int signal) {
+    // An interrupt is how a watch ends.
+    if (signal == SIGINT) return successStatus;
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+    return failedStatus;
+}
+
+int watched(const Options& options, Refresher& refresher) {
+    Knowledge knowledge;
+    auto snapshot = UsageModel::UsageSnapshot::warmingUp(nowOf(options));
+    bool isFirst = true;
+    const auto refresh = [&] {
+        try {
+            knowledge = isFirst ? loadWithProgress(refresher) : refresher.load({});
+        } catch (const UsageIngest::SQLiteError& error) {
+            // A database that another program holds is free again by the next time.
+            if (isFirst) throw;
+            knowledge.complaint = std::string("cannot read the database: ") + error.what();
+        }
+        snapshot = refresher.snapshot(knowledge, nowOf(options));
+        isFirst = false;
+    };
+    const Watch watch{
+        .gaugeFile = AppPaths(options.home).gaugeFile(),
+        .output = STDOUT_FILENO,
+        .refresh = refresh,
+        .page = [&](const Terminal& terminal) { return pageText(options, knowledge, snapshot, terminal); },
+    };
+    return endedBy(watch.run());
+}
+
+int reported(const Options& options) try {
+    std::optional<Refresher> refresher = opened(options);
+    if (!refresher) return failedStatus;
+    if (options.watch) return watched(options, *refresher);
+    const Knowledge knowledge = loadWithProgress(*refresher);
+    if (knowledge.complaint) complain(failedStatus, *knowledge.complaint);
+    const int status =
+        options.job == Job::backtest ? printTrust(options, knowledge) : printSnapshot(options, *refresher, knowledge);
+    return knowledge.complaint ? failedStatus : status;
 } catch (const UsageIngest::SQLiteError& error) {
     const std::string database = AppPaths(options.home).database().string();
     return complain(failedStatus, "cannot read the database " + database + ": " + error.what() +
@@ -137,7 +173,8 @@ int printedReport(const Options& options) try {
 
 int run(const Options& options, const char* argv0) {
     switch (options.job) {
-    case Job::report: return printedReport(options);
+    case Job::report:
+    case Job::backtest: return reported(options);
     case Job::helperInstall: return installedHelper(options, helperBeside(argv0));
     case Job::helperRemove: return removedHelper(options);
     case Job::helperStatus: return print(helperStatus(installerFor(AppPaths(options.home))) + "\n");
@@ -156,7 +193,6 @@ int main(int argc, char** argv) try {
     std::signal(SIGPIPE, SIG_IGN);
     const Options defaults{
         .home = AppPaths::currentHome(),
-        .now = UsageModel::Date{secondsSince1970()},
         .calendar = UsageModel::Calendar::local(),
     };
     const auto read = readOptions({argv + std::min(argc, 1), argv + argc}, defaults);

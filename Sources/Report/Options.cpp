@@ -9,7 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Report/Numbers.h"
+#include "Report/Text.h"
 
 namespace Report {
 
@@ -17,21 +17,32 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* purpose = "Brings the record of your Claude Code sessions up to date with their logs, and\n"
-                                "prints what they used: the official limits as last read; turns, tokens and\n"
-                                "weighted units of the last 5 hours, the last 7 days and all time, by model\n"
-                                "class; and the busiest days.";
+constexpr const char* purpose = "How close are you to your Claude Code limits, and where is this week heading?\n"
+                                "Brings the record of your sessions up to date with their logs, and prints the\n"
+                                "verdict first; then each limit window, the forecast, what to do, the week as a\n"
+                                "chart, models and live sessions.";
 
-constexpr const char* afterword = R"(Units weigh tokens by what they cost: a million input tokens of Opus are 0.1.
-
-Examples:
+constexpr const char* afterword = R"(Examples:
   brindlewick-report
+  brindlewick-report --watch
+  brindlewick-report backtest
   brindlewick-report helper install
-  brindlewick-report --json | jq .spans.fiveHours.total.tokens
+  brindlewick-report --json | jq .verdict
   brindlewick-report --home /backup/alex --now 1760000000 --time-zone Asia/Tokyo
 
+Marks:
+  ?  the share of the limit is not known: no official reading tells it
+  ~  estimated from your own sessions
+The mark on a window's bar is the time that is gone; the pace is the share of
+tokens over the share of time.
+
+JSON: --json prints the snapshot that the report is drawn from, as one object on
+one line. Instants are seconds since 1970, spans seconds, shares 1 at the limit;
+what is not known is left out. `backtest --json` prints its figures as shares.
+
 Exit status:
-  0  the report is printed, also where there are no logs yet
+  0  the report is printed, also where there are no logs yet, or the watch was
+     interrupted
   1  a log could not be read, the database not opened, or the report not
      written; where only a log failed, the report shows what was known before
   2  the options are wrong
@@ -49,6 +60,9 @@ Files, below the home folder:
 Environment:
   HOME      the home folder, where --home is not given
   TZ        the time zone, where --time-zone is not given
+  COLUMNS   the width, where the output is no terminal
+  LANG      and LC_ALL, LC_CTYPE: a UTF-8 one lets the report draw in Unicode
+  TERM      a `dumb` terminal gets neither colours nor a screen of its own
   NO_COLOR  where set and not empty, a terminal gets no bold or coloured text)";
 
 class Misuse : public std::runtime_error {
@@ -61,6 +75,7 @@ struct Given {
     std::optional<std::string> now;
     std::optional<std::string> zone;
     bool json = false;
+    bool watch = false;
     Job job = Job::report;
 };
 
@@ -80,6 +95,10 @@ void declare(CLI::App& app, Given& given) {
     app.add_option("--now", given.now, "instant to report, since 1970 (default: the present)")->type_name("SECONDS");
     app.add_option("--time-zone", given.zone, "zone such as Europe/Berlin (default: local)")->type_name("ZONE");
     app.add_flag("--json", given.json, "print one JSON object, for scripts");
+    app.add_flag("--watch", given.watch, "redraw when the gauge changes and every 30 seconds");
+    app.add_subcommand("backtest", "replay your past weeks: how far to trust the forecast")
+        ->fallthrough()
+        ->callback([&given] { given.job = Job::backtest; });
     declareHelper(app, given);
     app.require_subcommand(0, 1);
     app.set_version_flag("--version", std::string(programName) + " " + REPORT_VERSION);
@@ -116,13 +135,22 @@ UsageModel::Calendar calendarOf(const std::string& zone) {
     return *calendar;
 }
 
+void checkWatch(const Given& given) {
+    if (!given.watch) return;
+    if (given.job != Job::report) throw Misuse("--watch is for the report, not for a command");
+    if (given.json) throw Misuse("--watch draws for people and cannot go with --json");
+    if (given.now) throw Misuse("--watch follows the present and cannot go with --now");
+}
+
 Options checked(const Given& given, const Options& defaults) {
+    checkWatch(given);
     return {
         .job = given.job,
         .home = homeFolder(given.home, defaults.home),
-        .now = given.now ? instant(*given.now) : defaults.now,
+        .now = given.now ? std::optional(instant(*given.now)) : defaults.now,
         .calendar = given.zone ? calendarOf(*given.zone) : defaults.calendar,
         .json = given.json || defaults.json,
+        .watch = given.watch || defaults.watch,
     };
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -17,14 +18,17 @@ inline constexpr int failedStatus = 1;
 inline constexpr int misuseStatus = 2;
 
 /// What the program is asked to do.
-enum class Job { report, helperInstall, helperRemove, helperStatus };
+enum class Job { report, backtest, helperInstall, helperRemove, helperStatus };
 
 struct Options {
     Job job = Job::report;
     std::filesystem::path home;
-    UsageModel::Date now;
+    /// Absent for the present.
+    std::optional<UsageModel::Date> now;
     UsageModel::Calendar calendar;
     bool json = false;
+    /// Keep the report up to date until interrupted.
+    bool watch = false;
 };
 
 /// What is to be said instead of a report: help or the version on the standard output (`successStatus`), or one line

@@ -74,7 +74,7 @@ std::vector<SeriesPoint> Baseline::cumulativeShareCurve(const TimeSpan& span, do
     std::vector<SeriesPoint> curve{{.t = span.from, .used = 0.0}};
     double share = 0.0;
     for (Date t = span.from; t < span.to;) {
-        const Date next = std::min(t + stepSeconds, span.to);
+        const Date next = span.step(t, t + stepSeconds);
         // A step takes the hour it begins in as a whole, also where a full hour lies within it.
         share += (next - t) / hourSeconds * shareOfHour(t);
         curve.push_back({.t = next, .used = std::clamp(share, 0.0, 1.0)});

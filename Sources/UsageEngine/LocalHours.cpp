@@ -9,11 +9,7 @@ namespace {
 using UsageModel::Calendar;
 using UsageModel::Date;
 
-constexpr double hourSeconds = 3600.0;
-
-absl::CivilHour civilHour(const Calendar& calendar, Date date) {
-    return absl::CivilHour(calendar.civil(date));
-}
+constexpr int hourSeconds = 3600;
 
 } // namespace
 
@@ -23,10 +19,11 @@ LocalHour localHour(const Calendar& calendar, Date date) {
 
 TimeSpan evenHourAround(const Calendar& calendar, Date date) {
     const absl::CivilSecond clock = calendar.civil(date);
-    const absl::CivilHour hour(clock);
+    const absl::CivilSecond hour{absl::CivilHour(clock)};
     const Date start{std::floor(date.secondsSince1970) - clock.minute() * 60.0 - clock.second()};
     const Date end = start + hourSeconds;
-    const bool runsEvenly = civilHour(calendar, start) == hour && civilHour(calendar, end - 1.0) == hour;
+    // By the second: where the clock is set back by less than an hour, both ends may lie in the same hour again.
+    const bool runsEvenly = calendar.civil(start) == hour && calendar.civil(end - 1.0) == hour + (hourSeconds - 1);
     return runsEvenly ? TimeSpan{.from = start, .to = end} : TimeSpan{.from = date, .to = date};
 }
 

@@ -1,7 +1,6 @@
 #include "UsageEngine/ProjectionEngine.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace UsageEngine::ProjectionEngine {
 
@@ -59,11 +58,8 @@ Outlook fromShape(const Question& question, const ForecastShape& shape) {
 
 std::optional<Date> emptyAt(const Question& question, double rate) {
     constexpr double furthest = 34560000.0; // 400 days
-    const double remaining = std::max(limit - question.used, 0.0);
-    if (!(remaining > 0.0)) return question.now;
-    const double seconds = remaining / rate;
-    if (!std::isfinite(seconds) || !(seconds < furthest)) return std::nullopt;
-    return question.now + seconds;
+    const double seconds = std::max(limit - question.used, 0.0) / rate;
+    return seconds < furthest ? std::optional(question.now + seconds) : std::nullopt;
 }
 
 Outlook fromRates(const Question& question) {

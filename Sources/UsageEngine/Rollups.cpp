@@ -51,7 +51,7 @@ std::vector<SeriesPoint> hourlyCumulative(const CumulativeQuestion& question) {
     auto turn = turns.begin();
     double total = 0.0;
     for (Date t = from; t < to;) {
-        const Date next = std::min(t + hourSeconds, to);
+        const Date next = question.span.step(t, t + hourSeconds);
         for (; turn != turns.end() && turn->ts < next; ++turn) {
             if (filter.admits(*turn)) total += turn->weight * question.scale;
         }

@@ -59,9 +59,7 @@ SamplesByWeekday samplesOf(const Sums& sums, const TimeSpan& days, const Calenda
     for (Date day = days.from; day < days.to;) {
         const auto total = sums.byDay.find(day);
         samples[weekdayIndex(calendar, day)].push_back(total == sums.byDay.end() ? 0.0 : total->second);
-        const Date next = startOfNextDay(calendar, day);
-        // A clock that is set back across midnight must not hold up the walk.
-        day = next > day ? next : days.to;
+        day = days.step(day, startOfNextDay(calendar, day));
     }
     return samples;
 }
@@ -107,8 +105,7 @@ double WeekdayProfile::expectedBurn(const Expectation& expectation) const {
     const auto& [span, quantile, calendar] = expectation;
     double sum = 0.0;
     for (Date t = span.from; t < span.to;) {
-        const Date nextDay = startOfNextDay(calendar, t);
-        const Date end = nextDay > t ? std::min(span.to, nextDay) : span.to;
+        const Date end = span.step(t, startOfNextDay(calendar, t));
         sum += level(weekdayIndex(calendar, t), quantile) * daySharePart({.from = t, .to = end}, calendar);
         t = end;
     }
@@ -120,7 +117,7 @@ std::vector<SeriesPoint> WeekdayProfile::cumulative(const Expectation& expectati
     std::vector<SeriesPoint> curve{{.t = span.from, .used = 0.0}};
     double sum = 0.0;
     for (Date t = span.from; t < span.to;) {
-        const Date next = std::min(t + hourSeconds, span.to);
+        const Date next = span.step(t, t + hourSeconds);
         sum += expectedBurn(
             {.span = {.from = t, .to = next}, .quantile = expectation.quantile, .calendar = expectation.calendar});
         curve.push_back({.t = next, .used = sum});
@@ -152,8 +149,7 @@ double WeekdayProfile::level(std::size_t weekday, Quantile quantile) const {
 double WeekdayProfile::daySharePart(const TimeSpan& span, const Calendar& calendar) const {
     double share = 0.0;
     for (Date t = span.from; t < span.to;) {
-        const Date boundary = calendar.addHours(calendar.settingMinuteToZero(t), 1);
-        const Date next = std::min(span.to, boundary);
+        const Date next = span.step(t, calendar.addHours(calendar.settingMinuteToZero(t), 1));
         const double fraction = std::clamp((next - t) / hourSeconds, 0.0, 1.0);
         share += fraction * hourShare[static_cast<std::size_t>(calendar.hour(t))];
         t = next;

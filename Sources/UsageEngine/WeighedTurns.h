@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -37,6 +38,11 @@ struct TimeSpan {
     UsageModel::Date to;
 
     [[nodiscard]] bool contains(UsageModel::Date date) const { return date >= from && date < to; }
+    /// A walk's step from `at` on to `next`, which ends with the span. Straight to the end where `next` does not lie
+    /// ahead: on a clock set back across midnight, and so far from 1970 that no date is an hour from another.
+    [[nodiscard]] UsageModel::Date step(UsageModel::Date at, UsageModel::Date next) const {
+        return next > at ? std::min(next, to) : to;
+    }
 };
 
 /// The turns of the events by time; those of one instant keep their order. At most 2^32 events, none at an instant

@@ -32,7 +32,9 @@ constexpr double lookbackShort = 900.0;
 /// The first reset after `now` on the grid of windows that `reset` lies on.
 Date rolledForward(Date reset, double length, Date now) {
     if (reset > now) return reset;
-    return reset + length * (std::floor((now - reset) / length) + 1.0);
+    const Date next = reset + length * (std::floor((now - reset) / length) + 1.0);
+    // A reset ahead by less than the numbers can tell comes out as now.
+    return next > now ? next : next + length;
 }
 
 std::optional<WindowBounds> boundsBy(std::optional<Date> reset, const WindowBoundsQuestion& question) {

@@ -94,7 +94,9 @@ Date Calendar::settingMinuteToZero(Date date) const {
     if (clock.minute() == 0) return date;
     // In whole seconds, so that nothing rounds; once more where a clock change of half an hour shifted the hours.
     const double intoHour = clock.minute() * 60 + clock.second();
-    return settingMinuteToZero(toDate(wholeSecond(date)) + (secondsPerHour - intoHour));
+    const Date next = toDate(wholeSecond(date)) + (secondsPerHour - intoHour);
+    // Where dates are held the clock stands still, and no full hour comes.
+    return wholeSecond(next) == wholeSecond(date) ? date : settingMinuteToZero(next);
 }
 
 bool Calendar::isSameSecond(Date a, Date b) {

@@ -37,8 +37,9 @@ public:
 /// The value as a 64-bit integer: an integral number, also one written as "1000.0". Throws `Error` on anything else.
 [[nodiscard]] std::int64_t toInteger(const nlohmann::json& json);
 
+// Without the test for a class, clang 14 takes an enumeration for a record.
 template <typename T>
-concept Record = requires(T& record) {
+concept Record = std::is_class_v<T> && requires(T& record) {
     visitFields(record, [](const char*, auto&) {});
 };
 

@@ -38,6 +38,8 @@ TEST_F(OptionsTest, WithoutArgumentsTheDefaultsHold) {
     EXPECT_EQ(options.now, Date{5});
     EXPECT_EQ(options.calendar.zoneName(), "UTC");
     EXPECT_FALSE(options.json);
+    EXPECT_FALSE(options.watch);
+    EXPECT_EQ(options.job, Job::report);
 }
 
 TEST_F(OptionsTest, EachIsTaken) {
@@ -47,6 +49,17 @@ TEST_F(OptionsTest, EachIsTaken) {
     EXPECT_EQ(options.now, Date{1.5e9});
     EXPECT_EQ(options.calendar.zoneName(), "Europe/Berlin");
     EXPECT_TRUE(options.json);
+}
+
+TEST_F(OptionsTest, AWatchIsTaken) {
+    EXPECT_TRUE(good({"--watch", "--time-zone", "Europe/Berlin"}).watch);
+}
+
+TEST_F(OptionsTest, ABacktestTakesTheSameOptionsBehindItsName) {
+    const Options options = good({"backtest", "--json", "--now", "12"});
+    EXPECT_EQ(options.job, Job::backtest);
+    EXPECT_TRUE(options.json);
+    EXPECT_EQ(options.now, Date{12});
 }
 
 TEST_F(OptionsTest, NowMayLieBefore1970) {
@@ -68,8 +81,9 @@ TEST_F(OptionsTest, AnotherHomeIsKnownByItsCanonicalPath) {
 TEST_F(OptionsTest, HelpTellsAllThereIs) {
     const Answer help = answer({"--help"});
     EXPECT_EQ(help.status, successStatus);
-    for (const char* word : {"--home DIR", "--now SECONDS", "--time-zone ZONE", "--json", "--version",
-                             "Examples:", "Exit status:", "usage.db", "gauge.json", ".claude/projects", "NO_COLOR"})
+    for (const char* word :
+         {"--home DIR", "--now SECONDS", "--time-zone ZONE", "--json", "--watch", "backtest", "--version",
+          "Examples:", "Exit status:", "usage.db", "gauge.json", ".claude/projects", "NO_COLOR"})
         EXPECT_THAT(help.text, HasSubstr(word));
 }
 
@@ -126,6 +140,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{{"now is infinite"}, {"--now", "inf"}, "inf"}, BadRow{{"now is too large"}, {"--now", "1e999"}, "1e999"},
         BadRow{{"unknown zone"}, {"--time-zone", "Mars/Olympus"}, "Mars/Olympus"},
         BadRow{{"zone is a path"}, {"--time-zone", "/etc/passwd"}, "/etc/passwd"},
+        BadRow{{"watch with json"}, {"--watch", "--json"}, "--json"},
+        BadRow{{"watch of another time"}, {"--now", "5", "--watch"}, "--now"},
+        BadRow{{"watch of a command"}, {"--watch", "helper", "status"}, "--watch"},
+        BadRow{{"watch of a backtest"}, {"backtest", "--watch"}, "--watch"},
+        BadRow{{"two commands"}, {"backtest", "helper"}, "helper"},
         BadRow{{"json with a value"}, {"--json=maybe"}, "json"}),
     TestSupport::rowName);
 

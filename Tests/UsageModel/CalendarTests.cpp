@@ -302,6 +302,13 @@ TEST(MinuteToZero, KeepsOrDropsTheFractionWithTheSeconds) {
     EXPECT_EQ(Calendar::utc().settingMinuteToZero(Date{-61.1}), Date{0});
 }
 
+TEST(MinuteToZero, LeavesADateThatIsHeldAtTheEdgeOfTheCalendar) {
+    for (const char* name : {"UTC", "Australia/Lord_Howe"}) {
+        EXPECT_EQ(zone(name).settingMinuteToZero(Date{1e13 + 90}), Date{1e13 + 90});
+        EXPECT_EQ(zone(name).settingMinuteToZero(Date{1e300}), Date{1e300});
+    }
+}
+
 TEST(IsSameSecond, ComparesWholeSeconds) {
     EXPECT_TRUE(Calendar::isSameSecond(Date{1}, Date{1}));
     EXPECT_TRUE(Calendar::isSameSecond(Date{1}, Date{1.999}));

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QBrush>
 #include <QRectF>
 
 #include "HarrowlaneApp/Drawing/Look.h"

@@ -93,7 +93,9 @@ void paintEnlarged(QPainter& painter, double top, const QColor& text) {
     painter.setPen(text);
     for (int index = 0; index < static_cast<int>(samples.size()); ++index) {
         const Sample& sample = samples[static_cast<std::size_t>(index)];
-        const QPointF corner(margin + index % columns * columnWidth, top + index / columns * rowHeight);
+        const int column = index % columns;
+        const int row = index / columns;
+        const QPointF corner(margin + column * columnWidth, top + row * rowHeight);
         paintAt(painter, corner, sample.reading, zoom);
         font.draw(painter, LineBox{corner.x(), corner.y() + captionBelow, 14.0}, QString::fromUtf8(sample.caption));
     }

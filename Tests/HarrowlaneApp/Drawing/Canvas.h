@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <ostream>
@@ -7,6 +8,7 @@
 #include <QColor>
 #include <QImage>
 #include <QPainter>
+#include <QRectF>
 
 namespace DrawingTests {
 
@@ -48,6 +50,23 @@ inline bool near(const QColor& left, const QColor& right, int steps = 2) {
            std::abs(left.blue() - right.blue()) <= steps && std::abs(left.alpha() - right.alpha()) <= steps;
 }
 
+/// The smallest rectangle, in points, around all pixels that are wanted; empty where none is.
+template <class Wants>
+QRectF placeOf(const QImage& image, const Wants& wants) {
+    const double scale = image.devicePixelRatio();
+    QRect found;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (wants(image.pixelColor(x, y))) found = found.united(QRect(x, y, 1, 1));
+        }
+    }
+    return {found.x() / scale, found.y() / scale, found.width() / scale, found.height() / scale};
+}
+
+inline QRectF placeOfColor(const QImage& image, const QColor& color) {
+    return placeOf(image, [&](const QColor& pixel) { return near(pixel, color, 12); });
+}
+
 /// `top` painted over an opaque colour.
 inline QColor over(const QColor& top, const QColor& bottom) {
     const auto mixed = [&](float upper, float lower) {
@@ -58,7 +77,7 @@ inline QColor over(const QColor& top, const QColor& bottom) {
                             static_cast<float>(mixed(top.blueF(), bottom.blueF())));
 }
 
-/// The part of two colours' luminances that a reader perceives, 1 to 21.
+/// How well one colour stands out from another to a reader, 1 to 21.
 inline double contrast(const QColor& left, const QColor& right) {
     const auto linear = [](double channel) {
         return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);

@@ -1,7 +1,5 @@
 #include "HarrowlaneApp/Drawing/HUDFont.h"
 
-#include <algorithm>
-
 #include <gtest/gtest.h>
 
 #include "HarrowlaneApp/Drawing/Canvas.h"
@@ -11,6 +9,7 @@ namespace {
 
 using namespace HarrowlaneApp;
 using DrawingTests::Canvas;
+using DrawingTests::placeOf;
 
 const QString sentence = QStringLiteral("Your Opus week is projected to hit 105% by reset");
 
@@ -25,12 +24,9 @@ TEST(HUDFont, TheWidthIsWhatIsDrawn) {
         const HUDFont font = HUDType::text(11.5, HUDType::Weight::bold);
         Canvas canvas(120, 30, scale);
         canvas.draw([&](QPainter& painter) { font.draw(painter, QPointF(10, 20), QStringLiteral("HHHH")); });
-        int last = 0;
-        for (int x = 0; x < canvas.image().width(); ++x) {
-            if (canvas.at(x / scale, 16).alpha() > 40) last = x;
-        }
+        const QRectF place = placeOf(canvas.image(), [](const QColor& pixel) { return pixel.alpha() > 40; });
         const double width = font.width(QStringLiteral("HHHH"));
-        EXPECT_NEAR(last / scale, 10.0 + width, 2.0) << "its right bearing is less than two points";
+        EXPECT_NEAR(place.right(), 10.0 + width, 2.0) << "its right bearing is less than two points";
     }
 }
 
@@ -99,17 +95,9 @@ TEST(HUDFont, DrawsToTheRight) {
     Canvas canvas(100, 20, 2.0);
     canvas.draw(
         [&](QPainter& painter) { font.drawToRight(painter, {.top = 0, .height = 20}, 90, QStringLiteral("74%")); });
-    double last = 0.0;
-    double first = 100.0;
-    for (double x = 0.25; x < 100.0; x += 0.5) {
-        for (double y = 0.25; y < 20.0; y += 0.5) {
-            if (canvas.at(x, y).alpha() < 60) continue;
-            last = std::max(last, x);
-            first = std::min(first, x);
-        }
-    }
-    EXPECT_NEAR(last, 90.0, 1.5);
-    EXPECT_NEAR(first, 90.0 - font.width(QStringLiteral("74%")), 1.5);
+    const QRectF place = placeOf(canvas.image(), [](const QColor& pixel) { return pixel.alpha() > 60; });
+    EXPECT_NEAR(place.right(), 90.0, 1.5);
+    EXPECT_NEAR(place.left(), 90.0 - font.width(QStringLiteral("74%")), 1.5);
 }
 
 } // namespace

@@ -9,22 +9,10 @@ namespace {
 
 using namespace HarrowlaneApp;
 using DrawingTests::Canvas;
-using DrawingTests::near;
+using DrawingTests::placeOfColor;
 
 const Palette& dark = Palette::resolved(Appearance::dark);
 constexpr Look darkLook{.appearance = Appearance::dark};
-
-/// The smallest rectangle of points that holds all pixels of a colour.
-QRectF placeOf(const QImage& image, const QColor& color) {
-    const double scale = image.devicePixelRatio();
-    QRect found;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (near(image.pixelColor(x, y), color, 12)) found = found.united(QRect(x, y, 1, 1));
-        }
-    }
-    return {found.x() / scale, found.y() / scale, found.width() / scale, found.height() / scale};
-}
 
 Canvas paint(const PaceRatio& ratio) {
     Canvas canvas(100, 40, 4.0, dark.card);
@@ -32,26 +20,26 @@ Canvas paint(const PaceRatio& ratio) {
 }
 
 TEST(PaceRatio, IsDrawnInTheColourOfItsSeverity) {
-    EXPECT_FALSE(placeOf(paint({.tokensUsed = 0.5, .timeUsed = 0.5}).image(), dark.good).isEmpty());
-    EXPECT_FALSE(placeOf(paint({.tokensUsed = 0.55, .timeUsed = 0.5}).image(), dark.warn).isEmpty());
-    EXPECT_FALSE(placeOf(paint({.tokensUsed = 0.9, .timeUsed = 0.5}).image(), dark.crit).isEmpty());
+    EXPECT_FALSE(placeOfColor(paint({.tokensUsed = 0.5, .timeUsed = 0.5}).image(), dark.good).isEmpty());
+    EXPECT_FALSE(placeOfColor(paint({.tokensUsed = 0.55, .timeUsed = 0.5}).image(), dark.warn).isEmpty());
+    EXPECT_FALSE(placeOfColor(paint({.tokensUsed = 0.9, .timeUsed = 0.5}).image(), dark.crit).isEmpty());
 }
 
 TEST(PaceRatio, TheSignsInkIsFlushWithTheRightSide) {
     const PaceRatio ratio{.tokensUsed = 0.9, .timeUsed = 0.3};
-    const QRectF place = placeOf(paint(ratio).image(), dark.crit);
+    const QRectF place = placeOfColor(paint(ratio).image(), dark.crit);
     EXPECT_NEAR(place.right(), 90.0, 0.6);
     EXPECT_NEAR(place.left(), 90.0 - ratio.figureWidth(), 2.0);
 }
 
 TEST(PaceRatio, TheDigitsStandInTheMiddleOfTheirLine) {
-    const QRectF place = placeOf(paint({.tokensUsed = 0.9, .timeUsed = 0.5}).image(), dark.crit);
+    const QRectF place = placeOfColor(paint({.tokensUsed = 0.9, .timeUsed = 0.5}).image(), dark.crit);
     EXPECT_NEAR(place.center().y(), 2.0 + 11.0, 0.8);
     EXPECT_NEAR(place.height(), 0.75 * 21.0, 1.5);
 }
 
 TEST(PaceRatio, TheCaptionHangsBelow) {
-    const QRectF place = placeOf(paint({.tokensUsed = 0.9, .timeUsed = 0.5}).image(), dark.dim);
+    const QRectF place = placeOfColor(paint({.tokensUsed = 0.9, .timeUsed = 0.5}).image(), dark.dim);
     EXPECT_GT(place.top(), 24.0);
     EXPECT_LT(place.bottom(), 36.5);
     EXPECT_NEAR(place.right(), 90.0, 1.0);
@@ -89,7 +77,7 @@ TEST(PaceOverspendNote, IsDrawnInTheSignalColour) {
     canvas.draw([](QPainter& painter) {
         PaceOverspendNote{.tokensUsed = 0.9, .timeUsed = 0.6}.paint(painter, {4, 3}, darkLook);
     });
-    const QRectF place = placeOf(canvas.image(), dark.crit);
+    const QRectF place = placeOfColor(canvas.image(), dark.crit);
     EXPECT_GE(place.left(), 4.0);
     EXPECT_GE(place.top(), 3.0);
     EXPECT_LE(place.bottom(), 16.5);
