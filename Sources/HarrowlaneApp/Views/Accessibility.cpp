@@ -9,7 +9,10 @@
 
 #include "HarrowlaneApp/Views/HUDLabel.h"
 #include "HarrowlaneApp/Views/ItemCanvas.h"
+#include "HarrowlaneApp/Views/PanelBox.h"
 #include "HarrowlaneApp/Views/PopoverWindow.h"
+#include "HarrowlaneApp/Views/ProseLabel.h"
+#include "HarrowlaneApp/Views/SettingsControls.h"
 #include "HarrowlaneApp/Views/SpokenPicture.h"
 
 namespace HarrowlaneApp {
@@ -125,6 +128,14 @@ QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* objec
     if (auto* picture = qobject_cast<SpokenPicture*>(object)) return new PictureAccessible(*picture);
     if (auto* popover = qobject_cast<PopoverWindow*>(object))
         return new QAccessibleWidget(popover, QAccessible::Dialog);
+    if (auto* prose = qobject_cast<ProseLabel*>(object)) return new QAccessibleWidget(prose, QAccessible::StaticText);
+    if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
+        return new QAccessibleWidget(badge, QAccessible::StaticText);
+    }
+    if (auto* panel = qobject_cast<PanelBox*>(object)) return new QAccessibleWidget(panel, QAccessible::Grouping);
+    if (auto* picker = qobject_cast<SegmentedPicker*>(object)) {
+        return new QAccessibleWidget(picker, QAccessible::Grouping);
+    }
     return nullptr;
 }
 

@@ -53,7 +53,8 @@ HUDScrollArea::HUDScrollArea(const ApplicationLook& look, Way way, QWidget* pare
     viewport()->setAutoFillBackground(false);
     setVerticalScrollBar(new HUDScrollBar(look, Qt::Vertical));
     setHorizontalScrollBar(new HUDScrollBar(look, Qt::Horizontal));
-    setVerticalScrollBarPolicy(way == Way::down ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    // Its room is always taken, so that nothing moves when there comes to be more than fits.
+    setVerticalScrollBarPolicy(way == Way::down ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(way == Way::sideways ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     setWidgetResizable(way == Way::down);
 }

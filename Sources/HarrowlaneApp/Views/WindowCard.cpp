@@ -93,6 +93,7 @@ WindowCard::WindowCard(const ApplicationLook& look, QWidget* parent)
 
 void WindowCard::setWindow(const NowTexts::WindowCard& window) {
     title_->setText(shown(window.title));
+    setAccessibleName(title_->text());
     showPace(window);
     showReset(window);
 }

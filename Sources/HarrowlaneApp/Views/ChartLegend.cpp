@@ -1,0 +1,133 @@
+#include "HarrowlaneApp/Views/ChartLegend.h"
+
+#include <algorithm>
+
+#include <QPainter>
+
+#include "HarrowlaneApp/Drawing/BucketColors.h"
+#include "HarrowlaneApp/Drawing/HUDPanel.h"
+#include "HarrowlaneApp/Views/HUDLabel.h"
+
+namespace HarrowlaneApp {
+
+namespace {
+
+using Line = DashboardTexts::LineKey::Line;
+
+constexpr int rowHeight = 14;
+constexpr int rowGap = 5;
+constexpr double keyGap = 16.0;
+constexpr double nameGap = 6.0;
+constexpr double lineLength = 18.0;
+constexpr double swatch = 8.0;
+
+HUDFont nameFont() {
+    return HUDType::text(10.5);
+}
+
+/// A line as the chart draws it.
+QPen penOf(Line line, const Palette& colors) {
+    const auto dashed = [](const QColor& color, double width, const QList<qreal>& lengths, Qt::PenCapStyle cap) {
+        QPen pen(color, width, Qt::CustomDashLine, cap);
+        QList<qreal> pattern;
+        for (const qreal length : lengths) pattern.append(length / width);
+        pen.setDashPattern(pattern);
+        return pen;
+    };
+    const bool isDark = colors.appearance == Appearance::dark;
+    switch (line) {
+    case Line::forecast: return dashed(colors.cyan, 1.8, {5.0, 3.5}, Qt::FlatCap);
+    case Line::typical: return dashed(withOpacity(colors.violet, isDark ? 0.72 : 0.68), 1.5, {2.0, 3.5}, Qt::RoundCap);
+    case Line::ghost: return dashed(withOpacity(colors.cyan, 0.75), 1.8, {0.1, 4.2}, Qt::RoundCap);
+    case Line::burned: break;
+    }
+    return {colors.ink, 2.6, Qt::SolidLine, Qt::RoundCap};
+}
+
+} // namespace
+
+ChartLegend::ChartLegend(const ApplicationLook& look, QWidget* parent) : HUDWidget(look, parent) {
+    setObjectName(QStringLiteral("chartLegend"));
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void ChartLegend::setLegend(const DashboardTexts::Legend& legend) {
+    legend_ = legend;
+    QStringList names;
+    for (const Key& key : keys()) names.append(key.name);
+    setAccessibleName(names.join(QStringLiteral(", ")));
+    updateGeometry();
+    update();
+}
+
+std::vector<ChartLegend::Key> ChartLegend::keys() const {
+    std::vector<Key> keys;
+    for (const auto& line : legend_.lines) keys.push_back({.line = line.line, .name = shown(line.name)});
+    for (const ChartBucket family : legend_.families) keys.push_back({.family = family, .name = shown(label(family))});
+    return keys;
+}
+
+double ChartLegend::widthOf(const Key& key) {
+    return (key.line ? lineLength : swatch) + nameGap + nameFont().width(key.name);
+}
+
+std::vector<ChartLegend::Key> ChartLegend::placed(int width) const {
+    std::vector<Key> keys = this->keys();
+    double left = indent;
+    int row = 0;
+    bool wasLine = true;
+    for (Key& key : keys) {
+        const bool isFull = left > indent && left + widthOf(key) > width;
+        if (isFull || (wasLine && !key.line)) {
+            left = indent;
+            ++row;
+        }
+        wasLine = key.line.has_value();
+        key.left = left;
+        key.row = row;
+        left += widthOf(key) + keyGap;
+    }
+    return keys;
+}
+
+QSize ChartLegend::sizeHint() const {
+    return {656, heightForWidth(656)};
+}
+
+QSize ChartLegend::minimumSizeHint() const {
+    return {200, 2 * rowHeight + rowGap};
+}
+
+int ChartLegend::heightForWidth(int width) const {
+    const auto keys = placed(width);
+    const int rows = std::max(keys.empty() ? 0 : keys.back().row + 1, 2);
+    return rows * (rowHeight + rowGap) - rowGap;
+}
+
+void ChartLegend::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const Key& key : placed(width())) {
+        const double top = key.row * (rowHeight + rowGap);
+        const double middle = top + rowHeight / 2.0;
+        if (key.line) {
+            paintLine(painter, key, middle);
+        } else {
+            fillRounded(painter, {key.left, middle - swatch / 2.0, swatch, swatch}, 2.0,
+                        bucketColor(key.family, look().appearance));
+        }
+        const double nameLeft = key.left + (key.line ? lineLength : swatch) + nameGap;
+        painter.setPen(colors().dim);
+        nameFont().draw(painter, {.left = nameLeft, .top = top, .height = rowHeight},
+                        nameFont().elided(key.name, std::max(width() - nameLeft, 1.0)));
+    }
+}
+
+void ChartLegend::paintLine(QPainter& painter, const Key& key, double middle) const {
+    painter.setPen(penOf(*key.line, colors()));
+    painter.drawLine(QPointF(key.left + 1.0, middle), QPointF(key.left + lineLength - 1.0, middle));
+}
+
+} // namespace HarrowlaneApp
