@@ -6,6 +6,7 @@
 
 #include "HarrowlaneApp/Drawing/BucketColors.h"
 #include "HarrowlaneApp/Drawing/HUDPanel.h"
+#include "HarrowlaneApp/Drawing/WeekChartStrokes.h"
 #include "HarrowlaneApp/Views/HUDLabel.h"
 
 namespace HarrowlaneApp {
@@ -23,25 +24,6 @@ constexpr double swatch = 8.0;
 
 HUDFont nameFont() {
     return HUDType::text(10.5);
-}
-
-/// A line as the chart draws it.
-QPen penOf(Line line, const Palette& colors) {
-    const auto dashed = [](const QColor& color, double width, const QList<qreal>& lengths, Qt::PenCapStyle cap) {
-        QPen pen(color, width, Qt::CustomDashLine, cap);
-        QList<qreal> pattern;
-        for (const qreal length : lengths) pattern.append(length / width);
-        pen.setDashPattern(pattern);
-        return pen;
-    };
-    const bool isDark = colors.appearance == Appearance::dark;
-    switch (line) {
-    case Line::forecast: return dashed(colors.cyan, 1.8, {5.0, 3.5}, Qt::FlatCap);
-    case Line::typical: return dashed(withOpacity(colors.violet, isDark ? 0.72 : 0.68), 1.5, {2.0, 3.5}, Qt::RoundCap);
-    case Line::ghost: return dashed(withOpacity(colors.cyan, 0.75), 1.8, {0.1, 4.2}, Qt::RoundCap);
-    case Line::burned: break;
-    }
-    return {colors.ink, 2.6, Qt::SolidLine, Qt::RoundCap};
 }
 
 } // namespace
@@ -133,7 +115,7 @@ void ChartLegend::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void ChartLegend::paintLine(QPainter& painter, const Key& key, double middle) const {
-    painter.setPen(penOf(*key.line, colors()));
+    painter.setPen(WeekChart::strokeOf(*key.line, colors(), &Palette::cyan));
     painter.drawLine(QPointF(key.left + 1.0, middle), QPointF(key.left + lineLength - 1.0, middle));
 }
 
