@@ -10,8 +10,10 @@
 #include "HarrowlaneApp/Views/HUDLabel.h"
 #include "HarrowlaneApp/Views/ItemCanvas.h"
 #include "HarrowlaneApp/Views/PanelBox.h"
+#include "HarrowlaneApp/Views/PopoverWindow.h"
 #include "HarrowlaneApp/Views/ProseLabel.h"
 #include "HarrowlaneApp/Views/SettingsControls.h"
+#include "HarrowlaneApp/Views/SpokenPicture.h"
 #include "HarrowlaneApp/Views/WeekChartView.h"
 
 namespace HarrowlaneApp {
@@ -110,10 +112,23 @@ private:
     mutable std::vector<QAccessible::Id> ids_;
 };
 
+/// A drawing, by its words; an ornament has none, for now.
+class PictureAccessible : public QAccessibleWidget {
+public:
+    explicit PictureAccessible(SpokenPicture& picture) : QAccessibleWidget(&picture) {}
+
+    [[nodiscard]] QAccessible::Role role() const override {
+        return widget()->accessibleName().isEmpty() ? QAccessible::Graphic : QAccessible::StaticText;
+    }
+};
+
 /// Qt asks for each class of a widget, from the last derived on.
 QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* object) {
     if (auto* canvas = qobject_cast<ItemCanvas*>(object)) return new CanvasAccessible(*canvas);
     if (auto* label = qobject_cast<HUDLabel*>(object)) return new QAccessibleWidget(label, QAccessible::StaticText);
+    if (auto* picture = qobject_cast<SpokenPicture*>(object)) return new PictureAccessible(*picture);
+    if (auto* popover = qobject_cast<PopoverWindow*>(object))
+        return new QAccessibleWidget(popover, QAccessible::Dialog);
     if (auto* prose = qobject_cast<ProseLabel*>(object)) return new QAccessibleWidget(prose, QAccessible::StaticText);
     if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
         return new QAccessibleWidget(badge, QAccessible::StaticText);

@@ -42,9 +42,16 @@ void ChartLegend::setLegend(const DashboardTexts::Legend& legend) {
     update();
 }
 
-std::vector<ChartLegend::Key> ChartLegend::keys() const {
+std::vector<ChartLegend::Key> ChartLegend::keys(WithGhost ghost) const {
     std::vector<Key> keys;
-    for (const auto& line : legend_.lines) keys.push_back({.line = line.line, .name = shown(line.name)});
+    bool hasGhost = false;
+    for (const auto& line : legend_.lines) {
+        keys.push_back({.line = line.line, .name = shown(line.name)});
+        hasGhost = hasGhost || line.line == Line::ghost;
+    }
+    if (ghost == WithGhost::always && !hasGhost) {
+        keys.push_back({.line = Line::ghost, .name = shown(DashboardTexts::ghostName)});
+    }
     for (const ChartBucket family : legend_.families) keys.push_back({.family = family, .name = shown(label(family))});
     return keys;
 }
@@ -53,8 +60,7 @@ double ChartLegend::widthOf(const Key& key) {
     return (key.line ? lineLength : swatch) + nameGap + nameFont().width(key.name);
 }
 
-std::vector<ChartLegend::Key> ChartLegend::placed(int width) const {
-    std::vector<Key> keys = this->keys();
+std::vector<ChartLegend::Key> ChartLegend::placed(std::vector<Key> keys, int width) {
     double left = indent;
     int row = 0;
     bool wasLine = true;
@@ -81,7 +87,8 @@ QSize ChartLegend::minimumSizeHint() const {
 }
 
 int ChartLegend::heightForWidth(int width) const {
-    const auto keys = placed(width);
+    // There is always room for the key that comes with a choice: it must not move what is below.
+    const auto keys = placed(this->keys(WithGhost::always), width);
     const int rows = std::max(keys.empty() ? 0 : keys.back().row + 1, 2);
     return rows * (rowHeight + rowGap) - rowGap;
 }
@@ -89,7 +96,7 @@ int ChartLegend::heightForWidth(int width) const {
 void ChartLegend::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const Key& key : placed(width())) {
+    for (const Key& key : placed(keys(), width())) {
         const double top = key.row * (rowHeight + rowGap);
         const double middle = top + rowHeight / 2.0;
         if (key.line) {
