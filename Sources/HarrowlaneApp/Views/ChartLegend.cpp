@@ -13,6 +13,10 @@ namespace HarrowlaneApp {
 
 namespace {
 
+using Line = DashboardTexts::LineKey::Line;
+
+using Line = DashboardTexts::LineKey::Line;
+
 constexpr int rowHeight = 14;
 constexpr int rowGap = 5;
 constexpr double keyGap = 16.0;
