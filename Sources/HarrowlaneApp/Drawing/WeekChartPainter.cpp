@@ -26,6 +26,9 @@ constexpr double hoverDotRing = 1.5;
 constexpr double hoverDotDiameter = 7.0 - hoverDotRing;
 
 void paintDayGrid(const Canvas& canvas) {
+    // Days that cannot be told apart are not drawn: years of them would be a grey wash, and take minutes.
+    constexpr double narrowestDay = 3.0;
+    if (static_cast<double>(canvas.layout.days.size()) * narrowestDay > canvas.top().width) return;
     for (const DayColumn& day : canvas.layout.days) {
         if (!day.isWeekend) continue;
         canvas.painter.fillRect(QRectF(QPointF(day.left, canvas.top().y), QPointF(day.right, canvas.bottom().bottom())),

@@ -131,7 +131,8 @@ const std::array<Scenario, scenarioCount>& scenarios() {
 }
 
 Date now(const Calendar& calendar) {
-    return calendar.instant(absl::CivilSecond(2026, 3, 5, 15, 40));
+    // At that hour none of the windows begins within a session.
+    return calendar.instant(absl::CivilSecond(2026, 3, 5, 17, 0));
 }
 
 std::vector<UsageModel::UsageEvent> events(const TurnPlan& plan, const Calendar& calendar) {

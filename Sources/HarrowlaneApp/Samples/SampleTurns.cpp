@@ -37,7 +37,7 @@ struct Shift {
 std::vector<Shift> shiftsOf(int weekday) {
     constexpr int sunday = 1;
     constexpr int saturday = 7;
-    if (weekday == sunday || weekday == saturday) return {{.fromHour = 10.5, .toHour = 13.0, .pace = 0.5}};
+    if (weekday == sunday || weekday == saturday) return {{.fromHour = 16.0, .toHour = 18.5, .pace = 0.5}};
     return {{.fromHour = 8.1, .toHour = 11.8}, {.fromHour = 14.0, .toHour = 18.3, .pace = 1.2}};
 }
 
@@ -103,7 +103,7 @@ UsageEvent turnOf(const Moment& moment, const TurnPlan& plan) {
         .ts = moment.ts,
         .sessionId = "sample-" + std::to_string(moment.session),
         .modelClass = pick(plan.mix, place),
-        .effort = sineNoise(moment.session) < mediumShare ? EffortLevel::medium : EffortLevel::high,
+        .effort = sineNoise(moment.ts.secondsSince1970) < mediumShare ? EffortLevel::medium : EffortLevel::high,
     };
     turn.model = modelName(turn.modelClass);
     const UsageEvent one{

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 
+#include "HarrowlaneApp/Shell/ChartDumps.h"
 #include "HarrowlaneApp/Shell/CommandLine.h"
 #include "HarrowlaneApp/Shell/MeterDumps.h"
 #include "HarrowlaneApp/Shell/UiDumps.h"
@@ -17,7 +18,8 @@ namespace {
 using HarrowlaneApp::Job;
 using Kind = Job::Kind;
 
-// Qt complains of what a session lacks for windows on a screen, though none are going to be there.
+// Looking for displays, Qt complains where the session has no runtime folder, and later of what its platform without a
+// display cannot do: nothing that a picture needs.
 void dropWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(message));
 }
@@ -28,8 +30,14 @@ public:
     /// Images do not depend on a screen, so none is asked for unless the user names a platform.
     explicit ImageSession(char* programName) : arguments_{programName, nullptr} {
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-        qInstallMessageHandler(dropWarnings);
+        usual_ = qInstallMessageHandler(dropWarnings);
         application_.emplace(argumentCount_, arguments_.data());
+    }
+    ImageSession(const ImageSession&) = delete;
+    ImageSession& operator=(const ImageSession&) = delete;
+    ~ImageSession() {
+        application_.reset();
+        qInstallMessageHandler(usual_);
     }
 
 private:
@@ -37,6 +45,7 @@ private:
     int argumentCount_ = 1;
     std::array<char*, 2> arguments_;
     std::optional<QApplication> application_;
+    QtMessageHandler usual_ = nullptr;
 };
 
 void draw(const Job& job, char* programName) {
@@ -44,6 +53,8 @@ void draw(const Job& job, char* programName) {
     switch (job.kind) {
     case Kind::dumpMeter: return HarrowlaneApp::MeterArt::dumpSampleStrip(job.path);
     case Kind::dumpMenuBar: return HarrowlaneApp::MeterArt::dumpMenuBarStrip(job.path, job.scale);
+    case Kind::dumpChart: return HarrowlaneApp::DumpChart::render(job.path);
+    case Kind::dumpChartLive: return HarrowlaneApp::DumpChart::renderLive(job.path);
     case Kind::dumpIconset: return HarrowlaneApp::IconArt::dumpIconset(job.path);
     case Kind::dumpUI: return HarrowlaneApp::DumpUI::render(job.path);
     default: return;
@@ -56,6 +67,8 @@ int main(int argc, char** argv) {
     switch (job.kind) {
     case Kind::dumpMeter:
     case Kind::dumpMenuBar:
+    case Kind::dumpChart:
+    case Kind::dumpChartLive:
     case Kind::dumpIconset:
     case Kind::dumpUI: draw(job, argv[0]); break;
     case Kind::application:

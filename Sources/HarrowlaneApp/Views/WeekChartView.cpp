@@ -109,9 +109,8 @@ const WeekChartView::Picture& WeekChartView::picture(double pixelsPerPoint) {
                                                     .pixelsPerPoint = pixelsPerPoint,
                                                     .whatIfFactor = whatIfFactor_}),
                        .look = look()};
-    picture_->image = Images::drawn(size(), pixelsPerPoint, [&](QPainter& painter) {
-        WeekChart::paint(painter, picture_->layout, look());
-    });
+    picture_->image = Images::drawn(size(), pixelsPerPoint,
+                                    [&](QPainter& painter) { WeekChart::paint(painter, picture_->layout, look()); });
     return *picture_;
 }
 

@@ -47,6 +47,8 @@ TEST_P(ChartScenarios, StandWhereTheirWeekIsSaidToBe) {
         EXPECT_EQ(series.windowEnd - series.windowStart, weekSeconds);
         EXPECT_FALSE(series.sessions.empty());
         EXPECT_FALSE(series.forecastLikely.empty());
+        EXPECT_GE(series.sessions.front().start, series.windowStart);
+        EXPECT_TRUE(series.sessions.back().isCurrent);
     }
 }
 

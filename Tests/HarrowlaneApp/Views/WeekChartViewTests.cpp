@@ -53,8 +53,7 @@ protected:
 
     /// Moves the pointer there and lets one frame pass.
     void point(const QPointF& place) {
-        QMouseEvent move(QEvent::MouseMove, place, view.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
-                         Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, place, view.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(&view, &move);
         QApplication::processEvents();
     }
@@ -252,9 +251,8 @@ TEST_F(WeekChartViewTest, IsAsSharpAsWhatItIsDrawnOn) {
                                            .calendar = TestSupport::utc(),
                                            .size = {.width = 656.0, .height = 300.0},
                                            .pixelsPerPoint = 2.0});
-    const auto direct = Images::drawn({656.0, 300.0}, 2.0, [&](QPainter& painter) {
-        WeekChart::paint(painter, layout, look.look());
-    });
+    const auto direct =
+        Images::drawn({656.0, 300.0}, 2.0, [&](QPainter& painter) { WeekChart::paint(painter, layout, look.look()); });
     EXPECT_EQ(twice, direct);
 }
 
