@@ -107,7 +107,7 @@ UsageSnapshot over(const Calendar& calendar) {
 }
 
 UsageSnapshot track(const Calendar& calendar) {
-    return withGauge(manyModels(fortyFivePercent, 0.50, 0.84), calendar);
+    return withGauge(manyModels(fortyFivePercent, 0.47, 0.90), calendar);
 }
 
 UsageSnapshot under(const Calendar& calendar) {

@@ -56,8 +56,8 @@ Points burned(Date now) {
     return points;
 }
 
-/// How busy an hour is in a typical week, in which the sample's present is a Thursday at a quarter past two: quiet until
-/// the middle of the morning, and slower from Friday on.
+/// How busy an hour is in a typical week, in which the sample's present is a Thursday at a quarter past two: quiet
+/// until the middle of the morning, and slower from Friday on.
 double typicalPace(double secondsFromNow) {
     constexpr double presentInDay = 14.25 * 3600.0;
     constexpr double morning = 9.5 * 3600.0;
@@ -96,9 +96,9 @@ Points typicalCourse(Date now, const Course& course) {
 
 Points forecast(Date now, double factor) {
     return typicalCourse(now, {.from = 0.0,
-                             .to = weekSeconds - weekGoneSeconds,
-                             .startUsed = weekUsed,
-                             .endUsed = weekUsed + factor * (weekLanding - weekUsed)});
+                               .to = weekSeconds - weekGoneSeconds,
+                               .startUsed = weekUsed,
+                               .endUsed = weekUsed + factor * (weekLanding - weekUsed)});
 }
 
 /// Where a rising curve reaches the limit.
@@ -180,7 +180,8 @@ WeekSeries week(Date now) {
     series.usedNow = weekUsed;
     series.actual = burned(now);
     series.baseline = typicalCourse(
-        now, {.from = -weekGoneSeconds, .to = weekSeconds - weekGoneSeconds, .startUsed = 0.0, .endUsed = typicalTotal});
+        now,
+        {.from = -weekGoneSeconds, .to = weekSeconds - weekGoneSeconds, .startUsed = 0.0, .endUsed = typicalTotal});
     series.forecastLikely = forecast(now, 1.0);
     series.forecastHigh = forecast(now, coneHigh);
     series.forecastLow = forecast(now, coneLow);

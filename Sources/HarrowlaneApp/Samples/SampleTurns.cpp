@@ -48,7 +48,8 @@ void addShift(std::vector<Moment>& moments, Date day, const Shift& shift) {
     const double pace = shift.pace * (0.8 + 0.4 * sineNoise(session));
     for (Date ts = from; ts < day + shift.toHour * hour; ts = ts + secondsPerTurn) {
         const double noise = sineNoise(ts.secondsSince1970 / secondsPerTurn);
-        moments.push_back({.ts = ts + noise * secondsPerTurn, .session = session, .weight = pace * (0.4 + 1.2 * noise)});
+        moments.push_back(
+            {.ts = ts + noise * secondsPerTurn, .session = session, .weight = pace * (0.4 + 1.2 * noise)});
     }
 }
 
@@ -105,7 +106,8 @@ UsageEvent turnOf(const Moment& moment, const TurnPlan& plan) {
         .effort = sineNoise(moment.session) < mediumShare ? EffortLevel::medium : EffortLevel::high,
     };
     turn.model = modelName(turn.modelClass);
-    const UsageEvent one{.modelClass = turn.modelClass, .input = 1, .output = 10, .cacheCreation = 30, .cacheRead = 400};
+    const UsageEvent one{
+        .modelClass = turn.modelClass, .input = 1, .output = 10, .cacheCreation = 30, .cacheRead = 400};
     const auto parts = static_cast<std::int64_t>(std::llround(moment.weight / weights.effective(one)));
     turn.input = parts * one.input;
     turn.output = parts * one.output;

@@ -12,10 +12,10 @@ namespace {
 using namespace HarrowlaneApp::WeekChart;
 using HarrowlaneApp::Plot;
 using HarrowlaneApp::Point;
-using TestSupport::day;
-using TestSupport::monday;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using TestSupport::day;
+using TestSupport::monday;
 using UsageModel::SeriesPoint;
 
 /// A point a pixel at scale 1, a hundred of them.
@@ -49,7 +49,8 @@ TEST(WeekChartCurves, HasAtMostTwoPointsAColumnOfPixelsAtAnyScale) {
         const Trace line = trace(risingCurve(100'000), plot, scale);
         EXPECT_EQ(line.front(), (Point{0, 100}));
         EXPECT_EQ(line.back(), (Point{100, 0}));
-        for (const auto& [column, count] : pointsByColumn(line, scale)) EXPECT_LE(count, 2) << column << " at " << scale;
+        for (const auto& [column, count] : pointsByColumn(line, scale))
+            EXPECT_LE(count, 2) << column << " at " << scale;
     }
 }
 

@@ -55,7 +55,8 @@ TEST(SampleTurns, ComeByTimeAndEndWithThePresent) {
 TEST(SampleTurns, KeepTheMixOfClasses) {
     const auto turns = turnsOf(plan(), Calendar::utc());
     std::vector<UsageEvent> opus;
-    std::ranges::copy_if(turns, std::back_inserter(opus), [](auto& turn) { return turn.modelClass == ModelClass::opus; });
+    std::ranges::copy_if(turns, std::back_inserter(opus),
+                         [](auto& turn) { return turn.modelClass == ModelClass::opus; });
     const double all = weightBetween(turns, monday - 14 * day, monday + 3 * day);
     EXPECT_NEAR(weightBetween(opus, monday - 14 * day, monday + 3 * day) / all, 0.75, 0.08);
 }
