@@ -68,7 +68,6 @@ void PopoverWindow::open(const QPoint& click) {
     setFocus();
     fit();
     show();
-    raise();
     activateWindow();
 }
 
