@@ -27,7 +27,7 @@ struct Canvas {
     /// Through both panels, but not through the gap between them.
     void throughPanels(double x, const QPen& pen) const;
 
-    /// A filled dot, set off by a ring of the card's colour around it.
+    /// A filled dot, and around it a ring in the card's colour that sets it off.
     struct Dot {
         Point centre;
         double diameter = 0.0;

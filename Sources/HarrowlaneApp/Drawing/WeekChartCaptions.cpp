@@ -207,8 +207,7 @@ CrossingCaption crossingCaption(const CrossingMark& mark, const Geometry& geomet
     const auto found = std::ranges::find_if(places, isFree);
     const Rect plate = found != places.end() ? *found : usual;
     const Anchor anchor{.x = plate.x + plate.width / 2.0, .share = atItsMiddle};
-    return {.plate = plate,
-            .caption = aroundMiddle(Role::crossing, text, anchor, plate.y + plate.height / 2.0)};
+    return {.plate = plate, .caption = aroundMiddle(Role::crossing, text, anchor, plate.y + plate.height / 2.0)};
 }
 
 QColor captionColor(Role role, const Palette& palette, Tint tint, bool limitIsKnown) {

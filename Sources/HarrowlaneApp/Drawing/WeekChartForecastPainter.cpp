@@ -82,7 +82,9 @@ void paintGhost(const Canvas& canvas) {
     const Layout& layout = canvas.layout;
     if (!layout.ghostEnd) return;
     canvas.stroke(layout.ghost, strokeOf(Line::ghost, canvas.palette, canvas.tint));
-    canvas.dot({.centre = *layout.ghostEnd, .diameter = 5.2, .ring = 1.2, .color = canvas.palette.*canvas.tint});
+    constexpr double ring = 1.2; // half of it over the dot
+    canvas.dot(
+        {.centre = *layout.ghostEnd, .diameter = 5.2 - ring, .ring = ring, .color = canvas.palette.*canvas.tint});
 }
 
 Role roleOf(const Readout& readout) {

@@ -16,12 +16,14 @@ namespace {
 using Line = DashboardTexts::LineKey::Line;
 using Role = Caption::Role;
 
+// A ring runs along its dot's edge, half of its width on either side: the present's lies below its dot of 8, that of
+// the pointer above its dot of 7.
 constexpr double nowDotDiameter = 8.0;
-constexpr double nowDotRing = 2.0;
+constexpr double nowDotRing = 2.0 / 2.0;
 constexpr double outlineAround = 2.0;
 constexpr double hoverOutlineAround = 2.5;
-constexpr double hoverDotDiameter = 7.0;
 constexpr double hoverDotRing = 1.5;
+constexpr double hoverDotDiameter = 7.0 - hoverDotRing;
 
 void paintDayGrid(const Canvas& canvas) {
     for (const DayColumn& day : canvas.layout.days) {
@@ -87,8 +89,7 @@ void paintBurned(const Canvas& canvas) {
     const Layout& layout = canvas.layout;
     canvas.fill(layout.burnedArea, canvas.ink(0.06));
     canvas.stroke(layout.burned, strokeOf(Line::burned, canvas.palette, canvas.tint));
-    canvas.dot(
-        {.centre = layout.now, .diameter = nowDotDiameter, .ring = nowDotRing, .color = canvas.palette.ink});
+    canvas.dot({.centre = layout.now, .diameter = nowDotDiameter, .ring = nowDotRing, .color = canvas.palette.ink});
 }
 
 /// A piece of a vertical line.

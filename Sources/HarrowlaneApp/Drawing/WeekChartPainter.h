@@ -22,8 +22,7 @@ struct Hover {
 };
 
 [[nodiscard]] Hover hoverOf(const HoverTarget& target, const UsageModel::WeekSeries& series, const Geometry& geometry);
-void paint(QPainter& painter, const Hover& hover, const Layout& layout, const Look& look,
-           Tint tint = &Palette::cyan);
+void paint(QPainter& painter, const Hover& hover, const Layout& layout, const Look& look, Tint tint = &Palette::cyan);
 /// All that the marks may colour.
 [[nodiscard]] QRectF extent(const Hover& hover, const Geometry& geometry);
 

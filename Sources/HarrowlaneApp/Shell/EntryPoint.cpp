@@ -4,10 +4,11 @@
 #include <string>
 #include <vector>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include "HarrowlaneApp/Shell/CommandLine.h"
 #include "HarrowlaneApp/Shell/MeterDumps.h"
+#include "HarrowlaneApp/Shell/UiDumps.h"
 
 namespace AppMain {
 
@@ -16,7 +17,7 @@ namespace {
 using HarrowlaneApp::Job;
 using Kind = Job::Kind;
 
-// Looking for displays, Qt complains where the session has no runtime folder, though none is going to be used.
+// Qt complains of what a session lacks for windows on a screen, though none are going to be there.
 void dropWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(message));
 }
@@ -27,16 +28,15 @@ public:
     /// Images do not depend on a screen, so none is asked for unless the user names a platform.
     explicit ImageSession(char* programName) : arguments_{programName, nullptr} {
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-        const QtMessageHandler usual = qInstallMessageHandler(dropWarnings);
+        qInstallMessageHandler(dropWarnings);
         application_.emplace(argumentCount_, arguments_.data());
-        qInstallMessageHandler(usual);
     }
 
 private:
     // Qt keeps references to both.
     int argumentCount_ = 1;
     std::array<char*, 2> arguments_;
-    std::optional<QGuiApplication> application_;
+    std::optional<QApplication> application_;
 };
 
 void draw(const Job& job, char* programName) {
@@ -45,6 +45,7 @@ void draw(const Job& job, char* programName) {
     case Kind::dumpMeter: return HarrowlaneApp::MeterArt::dumpSampleStrip(job.path);
     case Kind::dumpMenuBar: return HarrowlaneApp::MeterArt::dumpMenuBarStrip(job.path, job.scale);
     case Kind::dumpIconset: return HarrowlaneApp::IconArt::dumpIconset(job.path);
+    case Kind::dumpUI: return HarrowlaneApp::DumpUI::render(job.path);
     default: return;
     }
 }
@@ -55,7 +56,8 @@ int main(int argc, char** argv) {
     switch (job.kind) {
     case Kind::dumpMeter:
     case Kind::dumpMenuBar:
-    case Kind::dumpIconset: draw(job, argv[0]); break;
+    case Kind::dumpIconset:
+    case Kind::dumpUI: draw(job, argv[0]); break;
     case Kind::application:
         std::puts("the menu-bar program is not built into this version yet; brindlewick-report shows the numbers");
         break;

@@ -14,6 +14,7 @@
 #include "HarrowlaneApp/Views/ProseLabel.h"
 #include "HarrowlaneApp/Views/SettingsControls.h"
 #include "HarrowlaneApp/Views/SpokenPicture.h"
+#include "HarrowlaneApp/Views/WeekChartView.h"
 
 namespace HarrowlaneApp {
 
@@ -132,6 +133,7 @@ QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* objec
     if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
         return new QAccessibleWidget(badge, QAccessible::StaticText);
     }
+    if (auto* chart = qobject_cast<WeekChartView*>(object)) return new QAccessibleWidget(chart, QAccessible::Chart);
     if (auto* panel = qobject_cast<PanelBox*>(object)) return new QAccessibleWidget(panel, QAccessible::Grouping);
     if (auto* picker = qobject_cast<SegmentedPicker*>(object)) {
         return new QAccessibleWidget(picker, QAccessible::Grouping);

@@ -6,6 +6,7 @@
 
 #include "HarrowlaneApp/Drawing/BucketColors.h"
 #include "HarrowlaneApp/Drawing/HUDPanel.h"
+#include "HarrowlaneApp/Drawing/WeekChartStrokes.h"
 #include "HarrowlaneApp/Views/HUDLabel.h"
 
 namespace HarrowlaneApp {
@@ -23,25 +24,6 @@ constexpr double swatch = 8.0;
 
 HUDFont nameFont() {
     return HUDType::text(10.5);
-}
-
-/// A line as the chart draws it.
-QPen penOf(Line line, const Palette& colors) {
-    const auto dashed = [](const QColor& color, double width, const QList<qreal>& lengths, Qt::PenCapStyle cap) {
-        QPen pen(color, width, Qt::CustomDashLine, cap);
-        QList<qreal> pattern;
-        for (const qreal length : lengths) pattern.append(length / width);
-        pen.setDashPattern(pattern);
-        return pen;
-    };
-    const bool isDark = colors.appearance == Appearance::dark;
-    switch (line) {
-    case Line::forecast: return dashed(colors.cyan, 1.8, {5.0, 3.5}, Qt::FlatCap);
-    case Line::typical: return dashed(withOpacity(colors.violet, isDark ? 0.72 : 0.68), 1.5, {2.0, 3.5}, Qt::RoundCap);
-    case Line::ghost: return dashed(withOpacity(colors.cyan, 0.75), 1.8, {0.1, 4.2}, Qt::RoundCap);
-    case Line::burned: break;
-    }
-    return {colors.ink, 2.6, Qt::SolidLine, Qt::RoundCap};
 }
 
 } // namespace
@@ -62,9 +44,16 @@ void ChartLegend::setLegend(const DashboardTexts::Legend& legend) {
     update();
 }
 
-std::vector<ChartLegend::Key> ChartLegend::keys() const {
+std::vector<ChartLegend::Key> ChartLegend::keys(WithGhost ghost) const {
     std::vector<Key> keys;
-    for (const auto& line : legend_.lines) keys.push_back({.line = line.line, .name = shown(line.name)});
+    bool hasGhost = false;
+    for (const auto& line : legend_.lines) {
+        keys.push_back({.line = line.line, .name = shown(line.name)});
+        hasGhost = hasGhost || line.line == Line::ghost;
+    }
+    if (ghost == WithGhost::always && !hasGhost) {
+        keys.push_back({.line = Line::ghost, .name = shown(DashboardTexts::ghostName)});
+    }
     for (const ChartBucket family : legend_.families) keys.push_back({.family = family, .name = shown(label(family))});
     return keys;
 }
@@ -73,8 +62,7 @@ double ChartLegend::widthOf(const Key& key) {
     return (key.line ? lineLength : swatch) + nameGap + nameFont().width(key.name);
 }
 
-std::vector<ChartLegend::Key> ChartLegend::placed(int width) const {
-    std::vector<Key> keys = this->keys();
+std::vector<ChartLegend::Key> ChartLegend::placed(std::vector<Key> keys, int width) {
     double left = indent;
     int row = 0;
     bool wasLine = true;
@@ -101,7 +89,8 @@ QSize ChartLegend::minimumSizeHint() const {
 }
 
 int ChartLegend::heightForWidth(int width) const {
-    const auto keys = placed(width);
+    // There is always room for the key that comes with a choice: it must not move what is below.
+    const auto keys = placed(this->keys(WithGhost::always), width);
     const int rows = std::max(keys.empty() ? 0 : keys.back().row + 1, 2);
     return rows * (rowHeight + rowGap) - rowGap;
 }
@@ -109,7 +98,7 @@ int ChartLegend::heightForWidth(int width) const {
 void ChartLegend::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const Key& key : placed(width())) {
+    for (const Key& key : placed(keys(), width())) {
         const double top = key.row * (rowHeight + rowGap);
         const double middle = top + rowHeight / 2.0;
         if (key.line) {
@@ -126,7 +115,7 @@ void ChartLegend::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void ChartLegend::paintLine(QPainter& painter, const Key& key, double middle) const {
-    painter.setPen(penOf(*key.line, colors()));
+    painter.setPen(WeekChart::strokeOf(*key.line, colors(), &Palette::cyan));
     painter.drawLine(QPointF(key.left + 1.0, middle), QPointF(key.left + lineLength - 1.0, middle));
 }
 

@@ -37,8 +37,10 @@ private:
         int row = 0;
     };
 
-    [[nodiscard]] std::vector<Key> keys() const;
-    [[nodiscard]] std::vector<Key> placed(int width) const;
+    enum class WithGhost { asDrawn, always };
+
+    [[nodiscard]] std::vector<Key> keys(WithGhost ghost = WithGhost::asDrawn) const;
+    [[nodiscard]] static std::vector<Key> placed(std::vector<Key> keys, int width);
     [[nodiscard]] static double widthOf(const Key& key);
     void paintLine(QPainter& painter, const Key& key, double middle) const;
 

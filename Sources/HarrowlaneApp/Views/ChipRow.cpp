@@ -133,7 +133,14 @@ int AxisRow::chipsWidth() const {
 }
 
 bool AxisRow::isStacked(int width) const {
-    return shownChips_ > 0 && width < titleColumn + chipsWidth();
+    return width < titleColumn + std::max(widestChips_, chipsWidth());
+}
+
+void AxisRow::setWidestChips(int width) {
+    if (width == widestChips_) return;
+    widestChips_ = width;
+    updateGeometry();
+    place();
 }
 
 QSize AxisRow::sizeHint() const {

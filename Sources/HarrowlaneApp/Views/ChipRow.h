@@ -47,6 +47,10 @@ public:
     void setNote(const QString& note);
     /// Chips that stay keep their place and the keyboard's focus.
     void setChips(const std::vector<ChipButton::Face>& faces);
+    /// The width of all chips in a row.
+    [[nodiscard]] int chipsWidth() const;
+    /// The chips go below the title where not even chips of this width fit behind it, so that rows can agree.
+    void setWidestChips(int width);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -60,7 +64,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    [[nodiscard]] int chipsWidth() const;
     [[nodiscard]] bool isStacked(int width) const;
     ChipButton* addChip();
     void place();
@@ -71,6 +74,7 @@ private:
     std::vector<ChipButton*> chips_;
     /// So many of them are in use.
     std::size_t shownChips_ = 0;
+    int widestChips_ = 0;
     /// The chips take on what is chosen, which is no click.
     bool isTakingOn_ = false;
 };

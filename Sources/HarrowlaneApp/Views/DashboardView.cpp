@@ -34,6 +34,8 @@ DashboardView::DashboardView(const ApplicationLook& look, Surroundings surroundi
     setObjectName(QStringLiteral("dashboardView"));
     setMinimumSize(leastSize);
     resize(firstSize);
+    week_->setMaximumWidth(widestContent);
+    models_->setMaximumWidth(widestContent);
     pages_->addWidget(page(week_));
     pages_->addWidget(page(models_));
     pages_->addWidget(page(history_));
@@ -58,9 +60,10 @@ QWidget* DashboardView::page(QWidget* content) {
     auto* sheet = new QWidget;
     auto* row = new QHBoxLayout(sheet);
     row->setContentsMargins(sidePadding, tabsGap - fixedGap, sidePadding - HUDScrollBar::thickness, bottomPadding);
+    // The room beside content that takes no more is shared between both sides.
+    constexpr int all = 1000;
     row->addStretch();
-    content->setMaximumWidth(widestContent);
-    row->addWidget(content, widestContent);
+    row->addWidget(content, all);
     row->addStretch();
     auto* area = new HUDScrollArea(applicationLook(), HUDScrollArea::Way::down);
     area->setContent(sheet);

@@ -24,10 +24,13 @@ HelperWatch::HelperWatch(UsageStore& store, std::filesystem::path settingsFile, 
     connect(&watcher_, &QFileSystemWatcher::fileChanged, this, settle);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, settle);
     connect(&settling_, &QTimer::timeout, this, &HelperWatch::check);
+    // The store has looked, or has changed the file itself.
+    connect(&store_, &UsageStore::installStateChanged, this, [this] { known_ = stamp(); });
     connect(&store_, &UsageStore::isRefreshingChanged, this, [this] {
         if (isOwed_ && !store_.isRefreshing()) ask();
     });
     follow();
+    ask();
 }
 
 std::optional<HelperWatch::Stamp> HelperWatch::stamp() const {

@@ -18,7 +18,7 @@ class HelperWatch : public QObject {
     Q_OBJECT
 
 public:
-    /// Begins at once. The store outlives it.
+    /// Begins with a look, since much may have happened before. The store outlives it.
     HelperWatch(UsageStore& store, std::filesystem::path settingsFile, QObject* parent = nullptr);
 
 private:

@@ -30,6 +30,8 @@ constexpr double lowerGap = 3.0;
 constexpr double lowerLine = 14.0;
 constexpr double costColumn = 172.0;
 constexpr double totalColumn = 116.0;
+// Below this the cost column is as wide as its texts, for the sake of the times.
+constexpr int narrow = 640;
 constexpr double columnGap = 16.0;
 constexpr double railLength = 64.0;
 constexpr double railHeight = 5.0;
@@ -57,17 +59,13 @@ LineBox lowerLineIn(const QRectF& box) {
     return {.left = box.left(), .top = box.top() + rowPad + upperLine + lowerGap, .height = lowerLine};
 }
 
-/// The columns from the right; what is left is the first one's.
 QRectF totalBox(const QRectF& row) {
     return {row.right() - totalColumn, row.top(), totalColumn, row.height()};
 }
 
-QRectF costBox(const QRectF& row) {
-    return {totalBox(row).left() - columnGap - costColumn, row.top(), costColumn, row.height()};
-}
-
-QRectF timesBox(const QRectF& row) {
-    return {row.left(), row.top(), std::max(costBox(row).left() - columnGap - row.left(), 0.0), row.height()};
+double costWidth(const LogRow& row) {
+    const double cap = row.capText ? lowerFont().width(QString::fromStdString(*row.capText)) : 0.0;
+    return std::max(upperFont(HUDType::Weight::semibold).width(QString::fromStdString(row.cost)), cap);
 }
 
 } // namespace
@@ -83,6 +81,8 @@ void SessionLog::setSessions(const UsageModel::WeekSeries& series, const UsageMo
     if (rows_.size() > mostRows) rows_.resize(mostRows);
     note_ = QString::fromStdString(SessionDetail::logNote(series.sessions).value_or(""));
     setAccessibleDescription(note_);
+    widestCost_ = 0.0;
+    for (const LogRow& row : rows_) widestCost_ = std::max(widestCost_, costWidth(row));
     tellRows();
     updateGeometry();
     update();
@@ -98,6 +98,16 @@ QSize SessionLog::minimumSizeHint() const {
 
 QRectF SessionLog::rowBox(std::size_t index) const {
     return {1.0 * padSide, headerHeight + static_cast<double>(index) * pitch, width() - 2.0 * padSide, 1.0 * rowHeight};
+}
+
+/// The columns come from the right; what is left is the first one's.
+QRectF SessionLog::costBox(const QRectF& row) const {
+    const double wide = width() < narrow ? std::min(widestCost_ + 1.0, costColumn) : costColumn;
+    return {totalBox(row).left() - columnGap - wide, row.top(), wide, row.height()};
+}
+
+QRectF SessionLog::timesBox(const QRectF& row) const {
+    return {row.left(), row.top(), std::max(costBox(row).left() - columnGap - row.left(), 0.0), row.height()};
 }
 
 void SessionLog::resizeEvent(QResizeEvent* /*event*/) {

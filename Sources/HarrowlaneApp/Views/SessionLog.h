@@ -27,6 +27,8 @@ protected:
 
 private:
     [[nodiscard]] QRectF rowBox(std::size_t index) const;
+    [[nodiscard]] QRectF costBox(const QRectF& row) const;
+    [[nodiscard]] QRectF timesBox(const QRectF& row) const;
     void tellRows();
     void paintHeader(QPainter& painter) const;
     void paintRow(QPainter& painter, const SessionDetail::LogRow& row, const QRectF& box) const;
@@ -36,6 +38,7 @@ private:
     void paintTotal(QPainter& painter, const SessionDetail::LogRow& row, const QRectF& box) const;
 
     std::vector<SessionDetail::LogRow> rows_;
+    double widestCost_ = 0.0;
     QString note_;
 };
 

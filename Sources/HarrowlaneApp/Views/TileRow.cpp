@@ -26,8 +26,6 @@ constexpr int oneLineHeight = 63;
 constexpr std::size_t mostLines = 3;
 // Narrower ones cut figures such as "1.22×" short.
 constexpr int leastTile = 100;
-// As many stand in one row with one line of label each; more are narrow, and get a second line at once.
-constexpr std::size_t wideTiles = 4;
 
 HUDFont labelFont() {
     return HUDType::text(10.5);
@@ -89,7 +87,7 @@ double TileRow::tileWidth(int width) const {
 }
 
 int TileRow::tileHeight(int width) const {
-    qsizetype lines = tiles_.size() > wideTiles && perRow(width) > static_cast<int>(wideTiles) ? 2 : 1;
+    qsizetype lines = 1;
     for (const WeekCopy::Tile& tile : tiles_) {
         lines = std::max(lines, labelLines(tile, tileWidth(width) - 2.0 * padSide).size());
     }

@@ -65,7 +65,11 @@ WeekHeader::WeekHeader(const ApplicationLook& look, QWidget* parent)
     auto* words = new QVBoxLayout;
     words->setSpacing(detailGap);
     words->addWidget(headline_);
-    words->addWidget(detail_);
+    // What is left of the row's width is nobody's: the headline alone takes it.
+    auto* detailRow = new QHBoxLayout;
+    detailRow->addWidget(detail_, 1);
+    detailRow->addStretch();
+    words->addLayout(detailRow);
     auto* chipColumn = new QVBoxLayout;
     chipColumn->setContentsMargins(0, chipDrop, 0, 0);
     chipColumn->addWidget(chip_);

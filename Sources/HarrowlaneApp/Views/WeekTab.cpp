@@ -4,6 +4,7 @@
 
 #include "HarrowlaneApp/Copy/DashboardTexts.h"
 #include "HarrowlaneApp/Views/Headings.h"
+#include "HarrowlaneApp/Views/WeekChartView.h"
 #include "HarrowlaneApp/Views/WeekHeader.h"
 
 namespace HarrowlaneApp {
@@ -58,8 +59,10 @@ void WeekTab::addChartPanel(QVBoxLayout& column, const ApplicationLook& look) {
     auto* inside = new QVBoxLayout(panel);
     inside->setContentsMargins(chartPadding, chartPadding, chartPadding, chartPadding);
     inside->setSpacing(legendGap);
+    chart_ = new WeekChartView(look, calendar_);
+    chart_->setFixedHeight(static_cast<int>(WeekChart::chartHeight));
     legend_ = new ChartLegend(look);
-    inside->addSpacing(chartHeight);
+    inside->addWidget(chart_);
     inside->addWidget(legend_);
     column.addWidget(panel);
 }
@@ -94,7 +97,9 @@ void WeekTab::setWeek(const Content& content) {
                        .detail = words.detail,
                        .state = {.isSample = content.isSample, .scale = series.scale}});
     banner_->setVisible(DashboardTexts::showsBanner(series.scale));
-    legend_->setLegend(DashboardTexts::legend(series, WhatIfTexts::chartFactor(series, content.choice)));
+    const auto factor = WhatIfTexts::chartFactor(series, content.choice);
+    chart_->setWeek(series, factor);
+    legend_->setLegend(DashboardTexts::legend(series, factor));
     tiles_->setTiles(words.tiles);
     const auto panel = WhatIfTexts::panel(series, content.choice, calendar_);
     whatIf_->setVisible(panel.has_value());

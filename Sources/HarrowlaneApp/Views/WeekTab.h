@@ -15,6 +15,7 @@ class QVBoxLayout;
 namespace HarrowlaneApp {
 
 class GaugeBanner;
+class WeekChartView;
 class WeekHeader;
 
 /// The dashboard's first tab: the week in words, as a chart, in figures, and session by session.
@@ -22,9 +23,6 @@ class WeekTab : public QWidget {
     Q_OBJECT
 
 public:
-    /// The chart's height.
-    static constexpr int chartHeight = 300;
-
     /// What the tab shows; kept by nobody.
     struct Content {
         /// Absent where there is not enough to draw.
@@ -54,6 +52,7 @@ private:
     HUDLabel* emptyText_ = nullptr;
     WeekHeader* header_ = nullptr;
     GaugeBanner* banner_ = nullptr;
+    WeekChartView* chart_ = nullptr;
     ChartLegend* legend_ = nullptr;
     TileRow* tiles_ = nullptr;
     WhatIfPanel* whatIf_ = nullptr;

@@ -149,6 +149,10 @@ void WhatIfPanel::setPanel(const WhatIfTexts::Panel& panel, const ModelAndEffort
     models_->setChips(facesOf(panel.models));
     efforts_->setNote(QString::fromStdString(panel.effortNote));
     efforts_->setChips(facesOf(panel.efforts));
+    const int widest = std::max(models_->chipsWidth(), efforts_->chipsWidth());
+    models_->setWidestChips(widest);
+    // A model without efforts leaves the rows as they are.
+    efforts_->setWidestChips(widest);
     showResult(panel.result);
 }
 

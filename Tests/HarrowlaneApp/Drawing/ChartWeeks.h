@@ -32,9 +32,8 @@ inline UsageModel::SessionBar straightSession(int index, const Straight& week) {
             .weeklyCost = 0.02,
             .byModelClass = {{UsageModel::ModelClass::opus, 0.6}, {UsageModel::ModelClass::sonnet, 0.4}},
             .isCurrent = index + 1 == week.sessions,
-            .capBasis = week.scale == UsageModel::SeriesScale::capFraction
-                            ? UsageModel::SessionCapBasis::learnedScale
-                            : UsageModel::SessionCapBasis::uncalibrated};
+            .capBasis = week.scale == UsageModel::SeriesScale::capFraction ? UsageModel::SessionCapBasis::learnedScale
+                                                                           : UsageModel::SessionCapBasis::uncalibrated};
 }
 
 /// It rises evenly from its start to the landing; the cone opens by a tenth to each side.
@@ -55,8 +54,7 @@ inline UsageModel::WeekSeries straightWeek(const Straight& week) {
     series.coneLikelyEnd = series.forecastLikely.back();
     series.norm.samples = {1.0, 1.0, 1.0};
     if (week.scale == UsageModel::SeriesScale::capFraction) series.limitLevel = 1.0;
-    if (week.landing > 1.0 && series.usedNow < 1.0)
-        series.crossing = series.windowStart + weekSeconds / week.landing;
+    if (week.landing > 1.0 && series.usedNow < 1.0) series.crossing = series.windowStart + weekSeconds / week.landing;
     for (int i = 0; i < week.sessions; ++i) series.sessions.push_back(straightSession(i, week));
     return series;
 }

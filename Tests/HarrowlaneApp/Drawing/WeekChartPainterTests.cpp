@@ -74,9 +74,9 @@ TEST_P(Painted, SetsThePresentOffFromTheLines) {
     const Chart chart(straightWeek({.landing = 0.9}), GetParam());
     const Point now = chart.layout().now;
     EXPECT_TRUE(near(chart.at(now.x, now.y), chart.colors().ink));
-    EXPECT_TRUE(near(chart.at(now.x, now.y - 5.0), chart.card()));
-    EXPECT_TRUE(near(chart.at(now.x, now.y + 5.0), chart.card()));
-    EXPECT_TRUE(near(chart.at(now.x + 5.0, now.y), chart.card()));
+    EXPECT_TRUE(near(chart.at(now.x, now.y - 4.5), chart.card()));
+    EXPECT_TRUE(near(chart.at(now.x, now.y + 4.5), chart.card()));
+    EXPECT_TRUE(near(chart.at(now.x + 4.5, now.y), chart.card()));
 }
 
 TEST_P(Painted, DrawsTheLineOfThePresentThroughBothPanelsButNotTheGap) {
@@ -106,8 +106,8 @@ TEST_P(Painted, StacksTheFamiliesOfABarWithAGapBetween) {
     ASSERT_EQ(bar.segments.size(), 2U);
     const double x = bar.rect.x + bar.rect.width / 2.0;
     for (const auto& segment : bar.segments) {
-        EXPECT_TRUE(near(chart.at(x, segment.rect.y + segment.rect.height / 2.0),
-                         bucketColor(segment.bucket, GetParam())));
+        EXPECT_TRUE(
+            near(chart.at(x, segment.rect.y + segment.rect.height / 2.0), bucketColor(segment.bucket, GetParam())));
     }
     EXPECT_TRUE(near(chart.at(x, bar.segments[1].rect.bottom() + 0.75), chart.card(), 12));
     // The upper corner is round, the lower is not.
@@ -241,8 +241,7 @@ protected:
 
     void show(const WeekChart::HoverTarget& target) {
         hover = WeekChart::hoverOf(target, chart.series(), chart.layout().geometry);
-        chart.canvas().draw(
-            [&](QPainter& painter) { WeekChart::paint(painter, hover, chart.layout(), chart.look()); });
+        chart.canvas().draw([&](QPainter& painter) { WeekChart::paint(painter, hover, chart.layout(), chart.look()); });
     }
 
     Chart chart;
@@ -256,7 +255,7 @@ TEST_F(Hovering, MarksAPlaceOnTheForecastInItsTint) {
     const double x = chart.layout().geometry.x(at);
     const double y = chart.layout().geometry.topY(0.63);
     EXPECT_TRUE(near(chart.at(x, y), chart.colors().cyan));
-    EXPECT_TRUE(near(chart.at(x, y - 4.3), chart.card()));
+    EXPECT_TRUE(near(chart.at(x, y - 3.5), chart.card()));
 }
 
 TEST_F(Hovering, MarksAPlaceOfThePastInTheInkOfItsLine) {

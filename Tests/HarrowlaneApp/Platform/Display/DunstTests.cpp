@@ -23,8 +23,10 @@ protected:
     }
 
     void start() {
-        dunst = std::make_unique<ChildProcess>(ChildProcess::Start{
-            .program = "dunst", .arguments = {"-config", "/dev/null"}, .variables = {{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}});
+        dunst = std::make_unique<ChildProcess>(
+            ChildProcess::Start{.program = "dunst",
+                                .arguments = {"-config", "/dev/null"},
+                                .variables = {{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}});
     }
 
     [[nodiscard]] AuthorizationStatus status() {
@@ -45,9 +47,11 @@ protected:
         return told;
     }
     [[nodiscard]] uint shown() {
-        QDBusMessage message = QDBusMessage::createMethodCall("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
-                                                              "org.freedesktop.DBus.Properties", "Get");
-        message << "org.dunstproject.cmd0" << "displayedLength";
+        QDBusMessage message =
+            QDBusMessage::createMethodCall("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+                                           "org.freedesktop.DBus.Properties", "Get");
+        message << "org.dunstproject.cmd0"
+                << "displayedLength";
         return desktop.call(message).arguments().value(0).value<QDBusVariant>().variant().toUInt();
     }
     void closeAll() {
@@ -62,8 +66,9 @@ protected:
 };
 
 TEST_F(DunstTest, ShowsBannersUntilTheyArePutAway) {
-    EXPECT_EQ(post({.identifier = "a", .title = "90%", .body = "<b> & more", .urgency = Banner::Urgency::timeSensitive}),
-              std::nullopt);
+    EXPECT_EQ(
+        post({.identifier = "a", .title = "90%", .body = "<b> & more", .urgency = Banner::Urgency::timeSensitive}),
+        std::nullopt);
     EXPECT_EQ(post({.identifier = "b", .title = "95%"}), std::nullopt);
     EXPECT_THAT(delivered(), testing::ElementsAre("a", "b"));
     EXPECT_TRUE(becomes([this] { return shown() == 2; }));

@@ -14,8 +14,10 @@ public:
     Panel() { start(); }
 
     void start() {
-        process_ = std::make_unique<ChildProcess>(ChildProcess::Start{
-            .program = "trayer", .arguments = {"--edge", "top", "--align", "left", "--widthtype", "request"}, .variables = {}});
+        process_ = std::make_unique<ChildProcess>(
+            ChildProcess::Start{.program = "trayer",
+                                .arguments = {"--edge", "top", "--align", "left", "--widthtype", "request"},
+                                .variables = {}});
     }
     void kill() { process_->kill(); }
 

@@ -38,8 +38,8 @@ protected:
     [[nodiscard]] bool clicked() {
         const QPoint place = item.icon()->geometry().center();
         QList<QPoint> places;
-        const QMetaObject::Connection connection = QObject::connect(
-            &item, &StatusItem::activated, [&places](const QPoint& where) { places.append(where); });
+        const QMetaObject::Connection connection =
+            QObject::connect(&item, &StatusItem::activated, [&places](const QPoint& where) { places.append(where); });
         Panel::click(place);
         const bool arrived = becomes([&places] { return !places.isEmpty(); }, 1);
         QObject::disconnect(connection);
