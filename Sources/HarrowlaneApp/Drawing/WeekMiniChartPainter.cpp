@@ -1,6 +1,5 @@
 #include "HarrowlaneApp/Drawing/WeekMiniChartPainter.h"
 
-#include <cmath>
 #include <span>
 
 #include <QLinearGradient>
@@ -11,6 +10,7 @@
 #include "HarrowlaneApp/Copy/WeekMiniChart.h"
 #include "HarrowlaneApp/Drawing/HUDPanel.h"
 #include "HarrowlaneApp/Drawing/HUDType.h"
+#include "HarrowlaneApp/Drawing/WeekChartStrokes.h"
 
 namespace HarrowlaneApp::WeekMiniChart {
 
@@ -20,6 +20,7 @@ using WeekChart::Trace;
 
 constexpr double lineWidth = 1.8;
 constexpr double landingGap = 7.0;
+constexpr WeekChart::Dash dash{.on = 4.0, .off = 3.0};
 
 /// What every part of the chart is drawn with, in points from the chart's own corner on.
 struct Canvas {
@@ -36,25 +37,13 @@ struct Canvas {
 
 QPolygonF polygon(const Trace& trace) {
     QPolygonF made;
-    for (const Point& point : trace) made << QPointF(point.x, point.y);
+    for (const Point& point : trace) made << WeekChart::at(point);
     return made;
-}
-
-QPen dashedPen(const QColor& color, double width) {
-    QPen pen(color, width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
-    pen.setDashPattern({4.0 / width, 3.0 / width}); // a pen counts in its own widths
-    return pen;
-}
-
-/// The middle of a line one point wide whose edges lie between pixels.
-double crisp(double y, double pixelsPerPoint) {
-    const double pixels = std::max(std::round(pixelsPerPoint), 1.0);
-    return (std::round(y * pixelsPerPoint - pixels / 2.0) + pixels / 2.0) / pixelsPerPoint;
 }
 
 void paintLevel(const Canvas& canvas, double y, const QPen& pen) {
     const Rect& panel = canvas.layout.plot.panel;
-    const double middle = crisp(y, canvas.pixelsPerPoint);
+    const double middle = WeekChart::crisp(y, 1.0, canvas.pixelsPerPoint);
     canvas.painter.setPen(pen);
     canvas.painter.drawLine(QPointF(panel.x, middle), QPointF(panel.right(), middle));
 }
@@ -81,14 +70,15 @@ void fillArea(const Canvas& canvas, const Trace& area, const Fading& opacity) {
 void paintLimits(const Canvas& canvas) {
     const Palette& palette = canvas.look.palette();
     paintLevel(canvas, canvas.layout.plot.panel.bottom(), QPen(withOpacity(palette.ink, 0.14), 1.0));
-    if (canvas.layout.limitY) paintLevel(canvas, *canvas.layout.limitY, dashedPen(withOpacity(palette.dim, 0.90), 1.0));
+    if (canvas.layout.limitY)
+        paintLevel(canvas, *canvas.layout.limitY, WeekChart::dashed(withOpacity(palette.dim, 0.90), 1.0, dash));
 }
 
 void paintForecast(const Canvas& canvas) {
     const UsageModel::WeekSeries& series = canvas.picture.series;
     const Trace cone = WeekChart::areaBetween(canvas.trace(series.forecastHigh), canvas.trace(series.forecastLow));
     fillArea(canvas, cone, {.top = 0.16, .bottom = 0.02});
-    canvas.painter.setPen(dashedPen(canvas.picture.tint, lineWidth));
+    canvas.painter.setPen(WeekChart::dashed(canvas.picture.tint, lineWidth, dash));
     canvas.painter.drawPolyline(polygon(canvas.trace(series.forecastLikely)));
 }
 
@@ -102,7 +92,7 @@ void paintBurned(const Canvas& canvas) {
 void paintNow(const Canvas& canvas) {
     constexpr double radius = 2.5;
     constexpr double ring = 1.5;
-    const QPointF middle(canvas.layout.now.x, canvas.layout.now.y);
+    const QPointF middle = WeekChart::at(canvas.layout.now);
     canvas.painter.setPen(Qt::NoPen);
     canvas.painter.setBrush(HUDPanel{}.surface(canvas.look).fill);
     canvas.painter.drawEllipse(middle, radius + ring, radius + ring);

@@ -27,6 +27,9 @@ using UsageModel::WindowKind;
 constexpr int sidePadding = 12;
 constexpr int cardGap = 8;
 constexpr int columnBottom = 10;
+/// The scroll bar stands within the padding: a card that grows moves no other one sideways.
+constexpr int columnWidth = NowView::usualWidth - HUDScrollBar::thickness;
+constexpr int columnRight = sidePadding - HUDScrollBar::thickness;
 
 HelperState helperState(StatusLineInstaller::State state) {
     switch (state) {
@@ -67,6 +70,7 @@ NowView::NowView(Setting setting, QWidget* parent)
     setAccessibleName(QStringLiteral("Brindlewick"));
     setObjectName(QStringLiteral("now"));
     buildCards();
+    scroll_->setObjectName(QStringLiteral("cards"));
     scroll_->setContent(column_);
     // After the cards, so that the keyboard comes to it after them.
     footer_ = new NowFooter(setting_.look, this);
@@ -85,7 +89,7 @@ void NowView::buildCards() {
     warmingUp_ = new WarmingUpCard(look);
     firstRun_ = new FirstRunCard(look);
     auto* cards = new QVBoxLayout(column_);
-    cards->setContentsMargins(sidePadding, NowHeader::overlap, sidePadding, columnBottom);
+    cards->setContentsMargins(sidePadding, NowHeader::overlap, columnRight, columnBottom);
     cards->setSpacing(cardGap);
     const auto add = [&](QWidget* card, const char* name) {
         card->setObjectName(QString::fromLatin1(name));
@@ -176,7 +180,7 @@ void NowView::setCorners(Corners corners) {
 }
 
 QSize NowView::sizeHint() const {
-    const int cards = column_->hasHeightForWidth() ? column_->heightForWidth(usualWidth) : column_->sizeHint().height();
+    const int cards = column_->hasHeightForWidth() ? column_->heightForWidth(columnWidth) : column_->sizeHint().height();
     return {usualWidth, header_->height() + cards + footer_->height()};
 }
 

@@ -64,11 +64,10 @@ void PopoverWindow::toggle(const QPoint& click) {
 void PopoverWindow::open(const QPoint& click) {
     click_ = click;
     pressedBesideAt_.reset();
-    // The ring of the last visit is gone, and Tab begins at the first control.
-    if (QWidget* last = focusWidget()) last->clearFocus();
+    // No ring is left of the last visit, and Tab begins at the first control.
+    setFocus();
     fit();
     show();
-    raise();
     activateWindow();
 }
 
