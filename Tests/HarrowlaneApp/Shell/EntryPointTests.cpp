@@ -43,8 +43,7 @@ constexpr const char* application =
 INSTANTIATE_TEST_SUITE_P(Jobs, EntryPoint,
                          testing::Values(Row{"", application}, Row{"--dump-chart", application},
                                          Row{"--unknown", application},
-                                         Row{"--notify-test", "--notify-test is not built into this version yet"},
-                                         Row{"--dump-ui d", "--dump-ui is not built into this version yet"}));
+                                         Row{"--notify-test", "--notify-test is not built into this version yet"}));
 
 class ImageJobs : public testing::Test {
 protected:

@@ -115,8 +115,8 @@ private:
     WeekSeries series() {
         WeekSeries week;
         week.windowStart = thursday - 3 * 86400.0;
-        // A week, one of seven days of 23 hours, one without length, one that is turned round, a thousand years.
-        week.windowEnd = week.windowStart + std::array{604800.0, 579600.0, 0.0, -86400.0, 3.2e10}.at(upTo(4));
+        // A week, one of seven days of 23 hours, one without length, one that is turned round, forty years.
+        week.windowEnd = week.windowStart + std::array{604800.0, 579600.0, 0.0, -86400.0, 1.3e9}.at(upTo(4));
         week.now = within(week);
         week.usedNow = number();
         week.actual = curve(week);
