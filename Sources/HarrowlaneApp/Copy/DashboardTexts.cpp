@@ -27,7 +27,7 @@ Legend legend(const UsageModel::WeekSeries& series, std::optional<double> ghostF
     if (!series.forecastLikely.empty()) legend.lines.push_back({Line::forecast, "forecast"});
     const std::string_view typical = curveLabel(series.norm.basis);
     if (!series.baseline.empty() && !typical.empty()) legend.lines.push_back({Line::typical, typical});
-    if (ghostFactor) legend.lines.push_back({Line::ghost, "if you change something"});
+    if (ghostFactor) legend.lines.push_back({Line::ghost, ghostName});
     return legend;
 }
 

@@ -42,6 +42,9 @@ struct LineKey {
     friend bool operator==(const LineKey&, const LineKey&) = default;
 };
 
+/// The name of the line that a what-if choice draws.
+inline constexpr std::string_view ghostName = "if you change something";
+
 /// The keys for what the chart draws of a week: its lines, and the families of its bars.
 struct Legend {
     std::vector<LineKey> lines;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "HarrowlaneApp/Copy/Words.h"
 #include "UsageEngine/TimeText.h"
 
 namespace HarrowlaneApp::NowTexts {
@@ -96,8 +97,20 @@ WindowCard windowCard(const WindowCardQuestion& question, const Calendar& calend
     };
 }
 
+std::string accessibleWeek(const WeekCopy::Compact& week) {
+    std::vector<std::string> figures;
+    for (const auto& stat : week.stats) figures.push_back(stat.value + " " + stat.label);
+    const std::vector<std::string> sentences{std::string(weekCardTitle), week.badge, week.headline,
+                                             Words::joined(figures, ", "), week.resetLine};
+    return Words::joined(sentences, ". ");
+}
+
 AdviceIcon adviceIcon(UsageModel::Recommendation::Kind kind) {
     return kind == UsageModel::Recommendation::Kind::spendMore ? AdviceIcon::arrowUp : AdviceIcon::lightbulb;
+}
+
+std::string copyName(std::string_view command) {
+    return "Copy " + std::string(command);
 }
 
 FirstRunCard firstRunCard(Readiness readiness) {

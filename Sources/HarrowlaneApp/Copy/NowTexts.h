@@ -7,6 +7,7 @@
 
 #include "HarrowlaneApp/Copy/Pace.h"
 #include "HarrowlaneApp/Copy/Readiness.h"
+#include "HarrowlaneApp/Copy/WeekCopy.h"
 #include "UsageModel/Calendar.h"
 #include "UsageModel/UsageSnapshot.h"
 
@@ -20,6 +21,9 @@ inline constexpr std::string_view exitButton = "Exit";
 inline constexpr std::string_view weekCardTitle = "THIS WEEK";
 inline constexpr std::string_view weekCardHelp = "Open the full week view";
 inline constexpr std::string_view refreshHelp = "Refresh now";
+inline constexpr std::string_view dashboardHelp = "Dashboard";
+inline constexpr std::string_view settingsHelp = "Settings";
+inline constexpr std::string_view quitHelp = "Quit";
 inline constexpr std::string_view copiedText = "Copied";
 inline constexpr double copiedSeconds = 2.0;
 inline constexpr std::string_view resetsWord = "resets";
@@ -81,9 +85,14 @@ struct WindowCardQuestion {
 
 [[nodiscard]] WindowCard windowCard(const WindowCardQuestion& question, const UsageModel::Calendar& calendar);
 
+/// The week's card in words, for those who do not see it.
+[[nodiscard]] std::string accessibleWeek(const WeekCopy::Compact& week);
+
 enum class AdviceIcon { arrowUp, lightbulb };
 
 [[nodiscard]] AdviceIcon adviceIcon(UsageModel::Recommendation::Kind kind);
+/// What the button that copies a command is called: "Copy /model sonnet".
+[[nodiscard]] std::string copyName(std::string_view command);
 
 struct FirstRunCard {
     std::string_view title;

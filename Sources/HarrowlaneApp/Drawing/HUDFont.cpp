@@ -40,6 +40,10 @@ double HUDFont::width(const QString& text) const {
     return QFontMetricsF(master_).horizontalAdvance(text) * scale_;
 }
 
+double HUDFont::inkWidth(const QString& text) const {
+    return text.isEmpty() ? 0.0 : width(text) - master_.letterSpacing() * scale_;
+}
+
 double HUDFont::ascent() const {
     return QFontMetricsF(master_).ascent() * scale_;
 }

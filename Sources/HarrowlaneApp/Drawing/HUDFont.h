@@ -29,6 +29,8 @@ public:
 
     /// The width that a line takes, with the tracking behind its last letter.
     [[nodiscard]] double width(const QString& text) const;
+    /// The same without that tracking: what is to be centred, or to end somewhere.
+    [[nodiscard]] double inkWidth(const QString& text) const;
     [[nodiscard]] double ascent() const;
     [[nodiscard]] double descent() const;
     /// How tall a capital stands.

@@ -23,6 +23,10 @@ QSizeF StatusBadge::size() const {
     return {labelFont().width(label) + 2.0 * sidePadding, height};
 }
 
+StatusBadge StatusBadge::within(double width) const {
+    return {.label = labelFont().elided(label, width - 2.0 * sidePadding), .severity = severity};
+}
+
 void StatusBadge::paint(QPainter& painter, const QRectF& rect, const Look& look) const {
     const QColor& signal = signalColor(severity, look.palette());
     const bool calm = severity == UsageModel::Severity::green;

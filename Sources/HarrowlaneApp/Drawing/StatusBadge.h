@@ -18,6 +18,8 @@ struct StatusBadge {
     static constexpr double height = 20.0;
 
     [[nodiscard]] QSizeF size() const;
+    /// The badge with its label cut so that it is no wider than that.
+    [[nodiscard]] StatusBadge within(double width) const;
     /// Draws within a rectangle of that size.
     void paint(QPainter& painter, const QRectF& rect, const Look& look) const;
 };

@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
-#include <QGuiApplication>
+#include <QApplication>
 
+#include "HarrowlaneApp/Shell/ChartDumps.h"
 #include "HarrowlaneApp/Shell/CommandLine.h"
 #include "HarrowlaneApp/Shell/MeterDumps.h"
 #include "HarrowlaneApp/Shell/NotifyTest.h"
 #include "HarrowlaneApp/Shell/RunApplication.h"
+#include "HarrowlaneApp/Shell/UiDumps.h"
 
 namespace AppMain {
 
@@ -18,7 +20,8 @@ namespace {
 using HarrowlaneApp::Job;
 using Kind = Job::Kind;
 
-// Looking for displays, Qt complains where the session has no runtime folder, though none is going to be used.
+// Looking for displays, Qt complains where the session has no runtime folder, and later of what its platform without a
+// display cannot do: nothing that a picture needs.
 void dropWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(message));
 }
@@ -29,16 +32,22 @@ public:
     /// Images do not depend on a screen, so none is asked for unless the user names a platform.
     explicit ImageSession(char* programName) : arguments_{programName, nullptr} {
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-        const QtMessageHandler usual = qInstallMessageHandler(dropWarnings);
+        usual_ = qInstallMessageHandler(dropWarnings);
         application_.emplace(argumentCount_, arguments_.data());
-        qInstallMessageHandler(usual);
+    }
+    ImageSession(const ImageSession&) = delete;
+    ImageSession& operator=(const ImageSession&) = delete;
+    ~ImageSession() {
+        application_.reset();
+        qInstallMessageHandler(usual_);
     }
 
 private:
     // Qt keeps references to both.
     int argumentCount_ = 1;
     std::array<char*, 2> arguments_;
-    std::optional<QGuiApplication> application_;
+    std::optional<QApplication> application_;
+    QtMessageHandler usual_ = nullptr;
 };
 
 void draw(const Job& job, char* programName) {
@@ -46,7 +55,10 @@ void draw(const Job& job, char* programName) {
     switch (job.kind) {
     case Kind::dumpMeter: return HarrowlaneApp::MeterArt::dumpSampleStrip(job.path);
     case Kind::dumpMenuBar: return HarrowlaneApp::MeterArt::dumpMenuBarStrip(job.path, job.scale);
+    case Kind::dumpChart: return HarrowlaneApp::DumpChart::render(job.path);
+    case Kind::dumpChartLive: return HarrowlaneApp::DumpChart::renderLive(job.path);
     case Kind::dumpIconset: return HarrowlaneApp::IconArt::dumpIconset(job.path);
+    case Kind::dumpUI: return HarrowlaneApp::DumpUI::render(job.path);
     default: return;
     }
 }
@@ -57,7 +69,10 @@ int main(int argc, char** argv) {
     switch (job.kind) {
     case Kind::dumpMeter:
     case Kind::dumpMenuBar:
-    case Kind::dumpIconset: draw(job, argv[0]); break;
+    case Kind::dumpChart:
+    case Kind::dumpChartLive:
+    case Kind::dumpIconset:
+    case Kind::dumpUI: draw(job, argv[0]); break;
     case Kind::notifyTest: HarrowlaneApp::runNotifyTest(argc, argv); break;
     case Kind::application: return HarrowlaneApp::runApplication(argc, argv);
     default: std::printf("%s is not built into this version yet\n", std::string(switchOf(job.kind)).c_str());

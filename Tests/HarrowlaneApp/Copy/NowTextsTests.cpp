@@ -123,6 +123,19 @@ TEST(AdviceIcon, PointsUpWhereThereIsRoom) {
     EXPECT_EQ(NowTexts::adviceIcon(Kind::easeOff), NowTexts::AdviceIcon::lightbulb);
 }
 
+TEST(CopyName, SaysWhatIsCopied) {
+    EXPECT_EQ(NowTexts::copyName("/model sonnet"), "Copy /model sonnet");
+}
+
+TEST(AccessibleWeek, ReadsTheCardFromTheTop) {
+    const WeekCopy::Compact week{.headline = "Runs out Sun 11:13 PM",
+                                 .badge = "Over pace",
+                                 .resetLine = "resets Mon 5 PM · 4d 2h",
+                                 .stats = {{.value = "58%", .label = "used"}, {.value = "41%", .label = "elapsed"}}};
+    EXPECT_EQ(NowTexts::accessibleWeek(week),
+              "THIS WEEK. Over pace. Runs out Sun 11:13 PM. 58% used, 41% elapsed. resets Mon 5 PM · 4d 2h");
+}
+
 TEST(FirstRunCard, TellsMissingLogsFromMissingTurns) {
     EXPECT_EQ(NowTexts::firstRunCard(Readiness::noLogsFound).title, "Nothing to measure yet");
     EXPECT_EQ(NowTexts::firstRunCard(Readiness::noLogsFound).text,

@@ -37,6 +37,14 @@ TEST(StatusBadge, IsAsWideAsItsLabelAndPadding) {
     EXPECT_EQ(StatusBadge{}.size(), QSizeF(18, 20));
 }
 
+TEST(StatusBadge, CutsALabelThatHasNoRoom) {
+    const StatusBadge wordy{.label = QString(300, QLatin1Char('x')), .severity = Severity::red};
+    EXPECT_LE(wordy.within(100.0).size().width(), 100.0);
+    EXPECT_TRUE(wordy.within(100.0).label.endsWith(QChar(0x2026)));
+    EXPECT_EQ(wordy.within(100.0).severity, Severity::red);
+    EXPECT_EQ((StatusBadge{.label = QStringLiteral("On pace")}.within(100.0).label), QStringLiteral("On pace"));
+}
+
 struct Row {
     Severity severity;
     QColor Palette::*signal;

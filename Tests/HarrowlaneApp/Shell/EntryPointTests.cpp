@@ -1,41 +1,20 @@
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <ostream>
 #include <string>
-#include <system_error>
 
 #include <QImage>
 
 #include <gtest/gtest.h>
 
+#include "ProgramRun.h"
 #include "Support/TemporaryFolder.h"
 
 namespace {
 
-struct Outcome {
-    /// Both streams: a failure is a line of text too.
-    std::string output;
-    int status = -1;
-};
-
-/// In a home of its own, without a display, and in that folder.
-Outcome runProgramIn(const std::filesystem::path& folder, const std::string& arguments) {
-    const TestSupport::TemporaryFolder home;
-    const std::string command = "cd '" + folder.string() +
-                                "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM HOME='" +
-                                home.path().string() + "' '" BRINDLEWICK_PROGRAM "' " + arguments + " 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) throw std::system_error(errno, std::generic_category(), "popen");
-    Outcome outcome;
-    std::array<char, 256> chunk{};
-    while (std::fgets(chunk.data(), chunk.size(), pipe) != nullptr) outcome.output += chunk.data();
-    outcome.status = pclose(pipe);
-    return outcome;
-}
+using ShellTests::Outcome;
+using ShellTests::runProgramIn;
 
 Outcome runProgram(const std::string& arguments) {
     return runProgramIn("/", arguments);
@@ -63,11 +42,8 @@ constexpr const char* application = "no display to live on; brindlewick-report s
 INSTANTIATE_TEST_SUITE_P(
     Jobs, EntryPoint,
     testing::Values(Row{"", application}, Row{"--dump-chart", application}, Row{"--unknown", application},
-                    Row{"--dump-chart d", "--dump-chart is not built into this version yet"},
                     Row{"--notify-test", "not bundled — run the binary inside Brindlewick.app"},
-                    Row{"--notify-test --dump-ui x", "not bundled — run the binary inside Brindlewick.app"},
-                    Row{"--dump-chart-live d", "--dump-chart-live is not built into this version yet"},
-                    Row{"--dump-ui d", "--dump-ui is not built into this version yet"}));
+                    Row{"--notify-test --dump-ui x", "not bundled — run the binary inside Brindlewick.app"}));
 
 class ImageJobs : public testing::Test {
 protected:

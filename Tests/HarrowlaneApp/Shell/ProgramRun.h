@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include "Support/TemporaryFolder.h"
+
+namespace ShellTests {
+
+struct Outcome {
+    /// Both streams: a failure is a line of text too.
+    std::string output;
+    int status = -1;
+};
+
+/// In a home of its own, without a display, and in that folder.
+inline Outcome runProgramIn(const std::filesystem::path& folder, const std::string& arguments) {
+    const TestSupport::TemporaryFolder home;
+    const std::string command = "cd '" + folder.string() + "' && env -u DISPLAY -u WAYLAND_DISPLAY HOME='" +
+                                home.path().string() + "' '" BRINDLEWICK_PROGRAM "' " + arguments + " 2>&1";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) throw std::system_error(errno, std::generic_category(), "popen");
+    Outcome outcome;
+    std::array<char, 256> chunk{};
+    while (std::fgets(chunk.data(), chunk.size(), pipe) != nullptr) outcome.output += chunk.data();
+    outcome.status = pclose(pipe);
+    return outcome;
+}
+
+} // namespace ShellTests
