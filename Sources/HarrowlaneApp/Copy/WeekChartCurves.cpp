@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace HarrowlaneApp::WeekChart {
 
 namespace {
+
+// In pixels: smoothing shows a shift of a tenth as a shade or two.
+constexpr double invisible = 0.1;
 
 /// The lowest and the highest of some points, in their order; of points of one height the outermost.
 void keepExtremes(Trace& kept, std::span<const Point> column) {
@@ -25,6 +29,36 @@ Trace thinned(const Trace& points, double pixelsPerPoint) {
     return kept;
 }
 
+/// The slopes under which a point may be passed, seen from another one left of it.
+struct Slopes {
+    double least = -std::numeric_limits<double>::infinity();
+    double most = std::numeric_limits<double>::infinity();
+
+    [[nodiscard]] bool hold(double slope) const { return slope >= least && slope <= most; }
+    void narrow(const Point& from, const Point& to, double tolerance) {
+        least = std::max(least, (to.y - tolerance - from.y) / (to.x - from.x));
+        most = std::min(most, (to.y + tolerance - from.y) / (to.x - from.x));
+    }
+};
+
+/// Without the points that a straight line passes within the tolerance.
+Trace straightened(const Trace& points, double tolerance) {
+    if (points.empty()) return {};
+    Trace kept{points.front()};
+    Slopes slopes;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const double slope = (points[i].y - kept.back().y) / (points[i].x - kept.back().x);
+        // A slope that is no number is that of two points in one place.
+        if (i > 1 && !slopes.hold(slope)) {
+            kept.push_back(points[i - 1]);
+            slopes = {};
+        }
+        slopes.narrow(kept.back(), points[i], tolerance);
+    }
+    if (points.size() > 1) kept.push_back(points.back());
+    return kept;
+}
+
 /// Where the way from one point to the next meets a level, if they lie on different sides of it.
 void addMeeting(Trace& line, const Point& from, const Point& to, double level) {
     if ((from.y - level) * (to.y - level) >= 0.0) return;
@@ -38,7 +72,7 @@ Trace trace(std::span<const UsageModel::SeriesPoint> curve, const Plot& plot, do
     Trace points;
     points.reserve(curve.size());
     for (const auto& point : curve) points.push_back({.x = plot.x(point.t), .y = plot.y(point.used)});
-    return thinned(points, pixelsPerPoint);
+    return straightened(thinned(points, pixelsPerPoint), invisible / pixelsPerPoint);
 }
 
 Trace areaTo(double level, const Trace& line) {

@@ -23,8 +23,13 @@ QRectF disc(const Point& centre, double diameter) {
 
 void Canvas::stroke(const Trace& line, const QPen& pen) const {
     if (line.size() < 2) return;
-    painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
+    if (pen.capStyle() == Qt::RoundCap && pen.style() == Qt::CustomDashLine) {
+        painter.setPen(QPen(pen.color(), pen.widthF(), Qt::SolidLine, Qt::RoundCap));
+        painter.drawLines(dashesAlong(line, pen));
+        return;
+    }
+    painter.setPen(pen);
     painter.drawPolyline(polygon(line));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace HarrowlaneApp::WeekChart {
 
@@ -11,6 +12,34 @@ namespace {
 double typicalOpacity(const Palette& palette) {
     return palette.appearance == Appearance::dark ? 0.72 : 0.68;
 }
+
+/// Walks along a line, a length at a time.
+class Walk {
+public:
+    explicit Walk(const Trace& line) : line_(line) {}
+
+    /// Absent behind the line's end.
+    [[nodiscard]] std::optional<QPointF> place() const {
+        if (next_ >= line_.size()) return std::nullopt;
+        return leg().pointAt(legLength() > 0.0 ? gone_ / legLength() : 0.0);
+    }
+
+    void go(double length) {
+        gone_ += length;
+        while (next_ < line_.size() && gone_ > legLength()) {
+            gone_ -= legLength();
+            ++next_;
+        }
+    }
+
+private:
+    [[nodiscard]] QLineF leg() const { return {at(line_[next_ - 1]), at(line_[next_])}; }
+    [[nodiscard]] double legLength() const { return leg().length(); }
+
+    const Trace& line_;
+    std::size_t next_ = 1;
+    double gone_ = 0.0;
+};
 
 QPen broken(const QColor& color, double width, const Dash& dash) {
     QPen pen(color, width);
@@ -35,6 +64,19 @@ QPen dotted(const QColor& color, double width, const Dash& dash) {
     QPen pen = broken(color, width, dash);
     pen.setCapStyle(Qt::RoundCap);
     return pen;
+}
+
+QList<QLineF> dashesAlong(const Trace& line, const QPen& pen) {
+    const QList<qreal> pattern = pen.dashPattern();
+    if (pattern.size() != 2 || line.size() < 2) return {};
+    QList<QLineF> dashes;
+    Walk walk(line);
+    for (auto begin = walk.place(); begin; begin = walk.place()) {
+        walk.go(pattern[0] * pen.widthF());
+        dashes.append({*begin, walk.place().value_or(at(line.back()))});
+        walk.go(pattern[1] * pen.widthF());
+    }
+    return dashes;
 }
 
 QPen strokeOf(DashboardTexts::LineKey::Line line, const Palette& palette, Tint tint) {

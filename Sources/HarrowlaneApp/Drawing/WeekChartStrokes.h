@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QLineF>
+#include <QList>
 #include <QPen>
 
 #include "HarrowlaneApp/Copy/DashboardTexts.h"
 #include "HarrowlaneApp/Copy/Plane.h"
+#include "HarrowlaneApp/Copy/WeekChartCurves.h"
 #include "HarrowlaneApp/Drawing/Palette.h"
 
 /// The lines of the week chart: each in a colour, a width and a rhythm of its own, in the chart and in its legend.
@@ -22,6 +25,10 @@ struct Dash {
 [[nodiscard]] QPen dashed(const QColor& color, double width, const Dash& dash);
 /// With round ends, by which each dash is longer than told.
 [[nodiscard]] QPen dotted(const QColor& color, double width, const Dash& dash);
+
+/// The dashes of such a pen along a line, each straight from its beginning to its end: what the pen draws, in a quarter
+/// of the time. None where the pen is not a broken one.
+[[nodiscard]] QList<QLineF> dashesAlong(const Trace& line, const QPen& pen);
 
 /// How a curve is drawn.
 [[nodiscard]] QPen strokeOf(DashboardTexts::LineKey::Line line, const Palette& palette, Tint tint);

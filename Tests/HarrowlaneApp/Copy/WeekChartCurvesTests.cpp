@@ -54,6 +54,51 @@ TEST(WeekChartCurves, HasAtMostTwoPointsAColumnOfPixelsAtAnyScale) {
     }
 }
 
+/// A third of the way up a sine.
+std::vector<SeriesPoint> wavyCurve(int points) {
+    std::vector<SeriesPoint> curve;
+    for (int i = 0; i <= points; ++i) {
+        const double share = static_cast<double>(i) / points;
+        curve.push_back({.t = monday + 100.0 * share, .used = share - 0.1 * std::sin(20.0 * share)});
+    }
+    return curve;
+}
+
+TEST(WeekChartCurves, KeepsOfAStraightLineItsEnds) {
+    EXPECT_THAT(trace(risingCurve(100'000), plot, 2.0), testing::SizeIs(2));
+    EXPECT_THAT(trace(risingCurve(7), plot, 2.0), testing::SizeIs(2));
+}
+
+TEST(WeekChartCurves, StaysWithinATenthOfAPixelOfEveryPoint) {
+    for (const int count : {50, 1000, 20'000}) {
+        for (const double scale : {1.0, 2.0}) {
+            const auto curve = wavyCurve(count);
+            const Trace line = trace(curve, plot, scale);
+            std::size_t next = 1;
+            double furthest = 0.0;
+            for (const SeriesPoint& point : curve) {
+                const Point place{.x = plot.x(point.t), .y = plot.y(point.used)};
+                while (next + 1 < line.size() && line[next].x < place.x) ++next;
+                const Point& from = line[next - 1];
+                const double slope = (line[next].y - from.y) / (line[next].x - from.x);
+                furthest = std::max(furthest, std::abs(from.y + slope * (place.x - from.x) - place.y));
+            }
+            // Within a column the curve itself moves by as much again.
+            EXPECT_LE(furthest, 0.2 / scale) << count << " at " << scale;
+            EXPECT_LT(line.size(), 160U) << count << " at " << scale;
+        }
+    }
+}
+
+TEST(WeekChartCurves, KeepsAStepOfNoWidth) {
+    const std::vector<SeriesPoint> curve{
+        {monday, 0.1}, {monday + 50.0, 0.1}, {monday + 50.0, 0.6}, {monday + 100.0, 0.6}};
+    const Trace line = trace(curve, plot, 1.0);
+    ASSERT_EQ(line.size(), 4U);
+    EXPECT_EQ(line[1].x, line[2].x);
+    EXPECT_NEAR(line[2].y, 40.0, 1e-9);
+}
+
 TEST(WeekChartCurves, KeepsThePeakAndTheValleyOfAColumnInTheirOrder) {
     const std::vector<SeriesPoint> curve{
         {monday + 5.0, 0.5}, {monday + 5.2, 0.9}, {monday + 5.4, 0.1}, {monday + 5.8, 0.4}, {monday + 6.0, 0.5}};

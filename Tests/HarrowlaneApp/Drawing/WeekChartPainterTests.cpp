@@ -197,15 +197,6 @@ TEST(WeekChartPainter, GuidesAtAFullCapOnlyWhereOneIsKnown) {
     EXPECT_FALSE(unknown.layout().fullCap);
 }
 
-TEST(WeekChartPainter, KeepsHairlinesCrispAtEveryScale) {
-    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
-        const double middle = WeekChart::crisp(100.37, 1.0, scale);
-        const double pixels = std::max(std::round(scale), 1.0);
-        EXPECT_NEAR(std::remainder(middle * scale - pixels / 2.0, 1.0), 0.0, 1e-9) << scale;
-        EXPECT_LE(std::abs(middle - 100.37), 0.5 / scale + 1e-9) << scale;
-    }
-}
-
 TEST(WeekChartPainter, DrawsTheSameTwiceAndNothingBeyondItsView) {
     const Chart first(straightWeek({.landing = 4.0, .sessions = 40}));
     Chart second(straightWeek({.landing = 4.0, .sessions = 40}));

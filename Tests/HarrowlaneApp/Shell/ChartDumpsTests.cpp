@@ -29,11 +29,10 @@ protected:
 
 TEST_F(ChartJobs, WriteEveryScenarioInBothAppearances) {
     const Outcome outcome = runProgramIn(folder.path(), "--dump-chart deep/er");
-    EXPECT_EQ(outcome.output,
-              "wrote week-over-light.png\nwrote week-over-dark.png\n"
-              "wrote week-track-light.png\nwrote week-track-dark.png\n"
-              "wrote week-under-light.png\nwrote week-under-dark.png\n"
-              "wrote week-nogauge-light.png\nwrote week-nogauge-dark.png\n");
+    EXPECT_EQ(outcome.output, "wrote week-over-light.png\nwrote week-over-dark.png\n"
+                              "wrote week-track-light.png\nwrote week-track-dark.png\n"
+                              "wrote week-under-light.png\nwrote week-under-dark.png\n"
+                              "wrote week-nogauge-light.png\nwrote week-nogauge-dark.png\n");
     EXPECT_EQ(outcome.status, 0);
     for (const char* name : {"over", "track", "under", "nogauge"}) {
         const QImage dark = image(std::string("deep/er/week-") + name + "-dark.png");
@@ -103,9 +102,9 @@ TEST_F(ChartJobs, ReadTheUsersLogsAndGauge) {
     const UsageModel::AppPaths paths(folder.path());
     std::filesystem::create_directories(paths.support());
     const auto now = std::time(nullptr);
-    std::ofstream(paths.gaugeFile()) << R"({"capturedAt":)" << now - 60
-                                     << R"(,"source":"statusline","windows":{"seven_day":{"usedPercentage":42,"resetsAt":)"
-                                     << now + 200000 << "}}}";
+    std::ofstream(paths.gaugeFile())
+        << R"({"capturedAt":)" << now - 60
+        << R"(,"source":"statusline","windows":{"seven_day":{"usedPercentage":42,"resetsAt":)" << now + 200000 << "}}}";
     const auto snapshot = DumpChart::liveSnapshot(paths, Calendar::utc());
     ASSERT_TRUE(snapshot && snapshot->weekSeries);
     EXPECT_EQ(snapshot->weekSeries->scale, UsageModel::SeriesScale::capFraction);
