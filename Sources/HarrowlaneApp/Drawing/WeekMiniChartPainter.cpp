@@ -1,5 +1,6 @@
 #include "HarrowlaneApp/Drawing/WeekMiniChartPainter.h"
 
+#include <cmath>
 #include <span>
 
 #include <QLinearGradient>
@@ -92,6 +93,7 @@ void paintBurned(const Canvas& canvas) {
 void paintNow(const Canvas& canvas) {
     constexpr double radius = 2.5;
     constexpr double ring = 1.5;
+    if (!std::isfinite(canvas.layout.now.y)) return; // a level that is no number has no place
     const QPointF middle = WeekChart::at(canvas.layout.now);
     canvas.painter.setPen(Qt::NoPen);
     canvas.painter.setBrush(HUDPanel{}.surface(canvas.look).fill);
@@ -101,6 +103,7 @@ void paintNow(const Canvas& canvas) {
 }
 
 void paintLanding(const Canvas& canvas) {
+    if (!std::isfinite(canvas.layout.landingY)) return;
     constexpr double lineHeight = 12.0;
     const HUDFont font = HUDType::display(9.5);
     const LineBox box{.left = canvas.layout.plot.panel.right() + landingGap,

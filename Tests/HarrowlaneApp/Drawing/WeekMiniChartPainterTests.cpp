@@ -144,6 +144,16 @@ TEST(WeekMiniChartPainter, StaysInItsPlace) {
     }
 }
 
+TEST(WeekMiniChartPainter, LeavesOutWhatHasNoPlace) {
+    WeekSeries week = evenWeek();
+    week.usedNow = std::numeric_limits<double>::quiet_NaN();
+    week.coneLikelyEnd.used = std::numeric_limits<double>::quiet_NaN();
+    const Canvas canvas = drawn(week);
+    EXPECT_EQ(count(canvas, {0.0, 0.0, width, height}, dark.ink), 0) << "the dot";
+    EXPECT_EQ(count(canvas, {panelRight + 6.0, 0.0, WeekMiniChart::padR - 6.0, height}, dark.crit), 0);
+    EXPECT_TRUE(near(canvas.at(panelRight / 4.0, levelY(week, 0.25)), dark.crit)) << "the curve";
+}
+
 TEST(WeekMiniChartPainter, DrawsAWeekWithoutAnyCurve) {
     const WeekSeries week{.windowStart = Date{0}, .windowEnd = Date{0}, .now = Date{0}};
     const Canvas canvas = drawn(week);
