@@ -180,7 +180,8 @@ void NowView::setCorners(Corners corners) {
 }
 
 QSize NowView::sizeHint() const {
-    const int cards = column_->hasHeightForWidth() ? column_->heightForWidth(columnWidth) : column_->sizeHint().height();
+    const int cards =
+        column_->hasHeightForWidth() ? column_->heightForWidth(columnWidth) : column_->sizeHint().height();
     return {usualWidth, header_->height() + cards + footer_->height()};
 }
 

@@ -125,23 +125,44 @@ TEST(WeekMiniChartPainter, TellsTheLandingBesideItsEnd) {
     EXPECT_EQ(count(drawn(week), beside.translated(0.0, 20.0), dark.crit), 0);
 }
 
-TEST(WeekMiniChartPainter, StaysInItsPlace) {
+WeekSeries leaving(double level) {
     WeekSeries week = evenWeek();
-    week.coneLikelyEnd.used = 1e9; // more digits than there is room
-    week.actual.back().used = 1e9;
-    week.forecastHigh.back().used = 1e300;
-    Canvas canvas(width + 40.0, height + 40.0, 2.0, dark.card);
-    canvas.draw([&](QPainter& painter) {
-        WeekMiniChart::paint(painter, {.series = week, .tint = dark.crit, .place = {20, 20, width, height}}, darkLook);
-    });
-    for (double x = 0.0; x < width + 40.0; x += 0.5) {
-        EXPECT_TRUE(near(canvas.at(x, 18.0), dark.card)) << x;
-        EXPECT_TRUE(near(canvas.at(x, height + 22.0), dark.card)) << x;
+    week.usedNow = level;
+    week.coneLikelyEnd.used = level; // more digits than there is room
+    for (auto* curve : {&week.actual, &week.forecastLikely, &week.forecastHigh, &week.forecastLow}) {
+        curve->back().used = level;
     }
-    for (double y = 0.0; y < height + 40.0; y += 0.5) {
-        EXPECT_TRUE(near(canvas.at(17.0, y), dark.card)) << y;
-        EXPECT_TRUE(near(canvas.at(width + 21.0, y), dark.card)) << y;
+    return week;
+}
+
+TEST(WeekMiniChartPainter, StaysInItsPlaceAndEndsSoon) {
+    for (const double level : {1e9, 1e300, -1e9, -1e300}) {
+        SCOPED_TRACE(level);
+        const WeekSeries week = leaving(level);
+        Canvas canvas(width + 40.0, height + 40.0, 2.0, dark.card);
+        canvas.draw([&](QPainter& painter) {
+            WeekMiniChart::paint(painter, {.series = week, .tint = dark.crit, .place = {20, 20, width, height}},
+                                 darkLook);
+        });
+        for (double x = 0.0; x < width + 40.0; x += 0.5) {
+            ASSERT_TRUE(near(canvas.at(x, 18.0), dark.card)) << x;
+            ASSERT_TRUE(near(canvas.at(x, height + 23.0), dark.card)) << x;
+        }
+        for (double y = 0.0; y < height + 40.0; y += 0.5) {
+            ASSERT_TRUE(near(canvas.at(15.0, y), dark.card)) << y;
+            ASSERT_TRUE(near(canvas.at(width + 21.0, y), dark.card)) << y;
+        }
     }
+}
+
+TEST(WeekMiniChartPainter, LeavesOutWhatHasNoPlace) {
+    WeekSeries week = evenWeek();
+    week.usedNow = std::numeric_limits<double>::quiet_NaN();
+    week.coneLikelyEnd.used = std::numeric_limits<double>::quiet_NaN();
+    const Canvas canvas = drawn(week);
+    EXPECT_EQ(count(canvas, {0.0, 0.0, width, height}, dark.ink), 0) << "the dot";
+    EXPECT_EQ(count(canvas, {panelRight + 6.0, 0.0, WeekMiniChart::padR - 6.0, height}, dark.crit), 0);
+    EXPECT_TRUE(near(canvas.at(panelRight / 4.0, levelY(week, 0.25)), dark.crit)) << "the curve";
 }
 
 TEST(WeekMiniChartPainter, DrawsAWeekWithoutAnyCurve) {

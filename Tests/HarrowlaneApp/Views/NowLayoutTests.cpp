@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "HarrowlaneApp/Views/FocusRing.h"
+#include "HarrowlaneApp/Views/GeneratedSnapshots.h"
 #include "HarrowlaneApp/Views/NowScene.h"
 
 namespace {
@@ -130,6 +131,22 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"30 characters", {.snapshot = wordy(sentence(30))}}, Row{"a single letter", {.snapshot = wordy("x")}},
         Row{"no words at all", {.snapshot = wordy("")}}, Row{"huge numbers", {.snapshot = hugeNumbers()}}),
     [](const auto& row) { return "Row" + std::to_string(row.index); });
+
+TEST(Layouts, HoldWhateverASnapshotHas) {
+    constexpr std::uint64_t snapshots = 200;
+    constexpr std::uint64_t pictureEvery = 20; // one takes as long as many layouts
+    const NowScene scene({.snapshot = UsageSnapshot::warmingUp(thursday)});
+    for (std::uint64_t seed = 0; seed < snapshots && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        scene.store->setSampleSnapshot(ViewTests::generatedSnapshot(seed));
+        scene.show();
+        expectNothingOverlaps(*scene.view);
+        expectNothingIsCut(*scene.view);
+        if (seed % pictureEvery == 0) {
+            EXPECT_FALSE(image(*scene.view, 1.0).isNull());
+        }
+    }
+}
 
 TEST(Layouts, GrowWithTheirTextsAndShrinkAgain) {
     const NowScene scene({.snapshot = ViewTests::overPace(), .sample = wordy(sentence(300))});
