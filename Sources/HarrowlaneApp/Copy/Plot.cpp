@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Copy/Plot.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace HarrowlaneApp {
 
@@ -12,6 +13,10 @@ double Plot::x(UsageModel::Date date) const {
 
 double Plot::y(double level) const {
     return panel.bottom() - std::min(level, axisTop) / axisTop * panel.height;
+}
+
+double Plot::heldY(double level) const {
+    return y(std::isnan(level) ? 0.0 : std::max(level, 0.0));
 }
 
 } // namespace HarrowlaneApp

@@ -16,6 +16,9 @@ struct Plot {
     [[nodiscard]] double x(UsageModel::Date date) const;
     /// The place of a level; what is above the axis lies on the top edge, what is below zero below the panel.
     [[nodiscard]] double y(double level) const;
+    /// The same held to the panel at its bottom edge too, where a level that is no number lies as well: a line that
+    /// leaves the panel by miles takes as long to draw as it is long.
+    [[nodiscard]] double heldY(double level) const;
 
     friend bool operator==(const Plot&, const Plot&) = default;
 };

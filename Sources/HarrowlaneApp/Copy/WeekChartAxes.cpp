@@ -53,14 +53,14 @@ std::vector<Tick> topTicks(const WeekSeries& series, const Geometry& geometry) {
     constexpr std::array<double, 5> typicalLevels{0.0, 0.5, 1.0, 1.5, 2.0};
     std::vector<Tick> ticks;
     for (const double level : series.scale == SeriesScale::capFraction ? capLevels : typicalLevels) {
-        ticks.push_back({.y = geometry.topY(level), .label = tickLabel(level, series.scale)});
+        ticks.push_back({.y = geometry.top.heldY(level), .label = tickLabel(level, series.scale)});
     }
     return ticks;
 }
 
 ReferenceLine referenceLine(const WeekSeries& series, const Geometry& geometry) {
-    if (series.scale == SeriesScale::typicalWeeks) return {.y = geometry.topY(1.0), .name = "A TYPICAL WEEK FOR YOU"};
-    return {.y = geometry.topY(WeekCopy::limit(series)), .name = "WEEKLY LIMIT", .isLimit = true};
+    if (series.scale == SeriesScale::typicalWeeks) return {.y = geometry.top.heldY(1.0), .name = "A TYPICAL WEEK FOR YOU"};
+    return {.y = geometry.top.heldY(WeekCopy::limit(series)), .name = "WEEKLY LIMIT", .isLimit = true};
 }
 
 std::string_view resetCaption(const WeekSeries& series) {

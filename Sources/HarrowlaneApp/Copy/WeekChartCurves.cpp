@@ -71,7 +71,7 @@ void addMeeting(Trace& line, const Point& from, const Point& to, double level) {
 Trace trace(std::span<const UsageModel::SeriesPoint> curve, const Plot& plot, double pixelsPerPoint) {
     Trace points;
     points.reserve(curve.size());
-    for (const auto& point : curve) points.push_back({.x = plot.x(point.t), .y = plot.y(point.used)});
+    for (const auto& point : curve) points.push_back({.x = plot.x(point.t), .y = plot.heldY(point.used)});
     return straightened(thinned(points, pixelsPerPoint), invisible / pixelsPerPoint);
 }
 

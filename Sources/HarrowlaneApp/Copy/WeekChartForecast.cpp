@@ -36,8 +36,8 @@ std::optional<Wash> wash(const WeekSeries& series, const Geometry& geometry) {
     const double unspent = WeekCopy::limit(series) - series.coneLikelyEnd.used;
     Wash wash{
         .kind = *kind,
-        .limitY = geometry.topY(WeekCopy::limit(series)),
-        .landingY = geometry.topY(series.coneLikelyEnd.used),
+        .limitY = geometry.top.heldY(WeekCopy::limit(series)),
+        .landingY = geometry.top.heldY(series.coneLikelyEnd.used),
     };
     wash.textPlace = {.x = geometry.top.panel.right() - excessFromRight, .y = (wash.limitY + wash.landingY) / 2};
     if (wash.kind == Wash::Kind::unspent)
@@ -51,7 +51,7 @@ std::optional<CrossingMark> crossingMark(const WeekSeries& series, const Geometr
                                          const UsageModel::Calendar& calendar) {
     if (!series.crossing || !hasLimit(series)) return std::nullopt;
     return CrossingMark{
-        .centre = {.x = geometry.x(*series.crossing), .y = geometry.topY(WeekCopy::limit(series))},
+        .centre = {.x = geometry.x(*series.crossing), .y = geometry.top.heldY(WeekCopy::limit(series))},
         .caption = "runs out " + UsageEngine::TimeText::shortStamp(*series.crossing, calendar),
     };
 }
@@ -77,7 +77,7 @@ std::vector<Readout> readouts(const WeekSeries& series, const Geometry& geometry
     constexpr double distance = 15.0;
     std::vector<Readout> all;
     const auto add = [&](Readout::Role role, double value) {
-        all.push_back({.role = role, .text = ChartTooltip::format(value, series), .trueY = geometry.topY(value)});
+        all.push_back({.role = role, .text = ChartTooltip::format(value, series), .trueY = geometry.top.heldY(value)});
     };
     add(Readout::Role::landing, series.coneLikelyEnd.used);
     if (!series.baseline.empty()) add(Readout::Role::typical, series.baseline.back().used);

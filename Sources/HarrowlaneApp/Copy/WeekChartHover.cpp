@@ -58,7 +58,7 @@ HoverMark hoverMark(const HoverTarget& target, const WeekSeries& series, const G
     }
     const Date at = std::get<CurvePlace>(target).at;
     HoverMark mark{.hairline = geometry.x(at)};
-    if (const auto value = curveValue(series, at)) mark.dot = {.x = mark.hairline, .y = geometry.topY(*value)};
+    if (const auto value = curveValue(series, at)) mark.dot = {.x = mark.hairline, .y = geometry.top.heldY(*value)};
     return mark;
 }
 

@@ -41,10 +41,10 @@ Layout layOut(const WeekSeries& series, const Size& size) {
     const bool limitFits = series.limitLevel && *series.limitLevel <= plot.axisTop;
     return {
         .plot = plot,
-        .limitY = limitFits ? std::optional(plot.y(*series.limitLevel)) : std::nullopt,
-        .now = {.x = plot.x(series.now), .y = plot.y(series.usedNow)},
+        .limitY = limitFits ? std::optional(plot.heldY(*series.limitLevel)) : std::nullopt,
+        .now = {.x = plot.x(series.now), .y = plot.heldY(series.usedNow)},
         .landingText = Figures::percent(series.coneLikelyEnd.used),
-        .landingY = std::max(plot.y(series.coneLikelyEnd.used), padT + textBelowTop),
+        .landingY = std::max(plot.heldY(series.coneLikelyEnd.used), padT + textBelowTop),
     };
 }
 

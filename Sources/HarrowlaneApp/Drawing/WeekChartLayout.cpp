@@ -22,10 +22,10 @@ void layOutCurves(Layout& layout, const Chart& chart) {
     layout.cone = areaBetween(traced(series.forecastHigh), traced(series.forecastLow));
     layout.burned = traced(series.actual);
     layout.burnedArea = areaTo(top.panel.bottom(), layout.burned);
-    layout.now = {.x = top.x(series.now), .y = top.y(series.usedNow)};
+    layout.now = {.x = top.x(series.now), .y = top.heldY(series.usedNow)};
     if (!chart.whatIfFactor) return;
     layout.ghost = traced(series.ghost(*chart.whatIfFactor));
-    layout.ghostEnd = {.x = top.panel.right(), .y = top.y(series.ghostLanding(*chart.whatIfFactor))};
+    layout.ghostEnd = {.x = top.panel.right(), .y = top.heldY(series.ghostLanding(*chart.whatIfFactor))};
 }
 
 void layOutForecast(Layout& layout, const Chart& chart) {

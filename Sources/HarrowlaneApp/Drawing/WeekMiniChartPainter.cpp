@@ -1,7 +1,5 @@
 #include "HarrowlaneApp/Drawing/WeekMiniChartPainter.h"
 
-#include <algorithm>
-#include <cmath>
 #include <span>
 
 #include <QLinearGradient>
@@ -32,14 +30,8 @@ struct Canvas {
     Layout layout;
     double pixelsPerPoint = 1.0;
 
-    /// Held to the panel: a line that leaves it by miles takes as long to draw as it is long.
-    [[nodiscard]] double held(double y) const { return std::clamp(y, layout.plot.panel.y, layout.plot.panel.bottom()); }
-
     [[nodiscard]] Trace trace(std::span<const UsageModel::SeriesPoint> curve) const {
-        Trace line = WeekChart::trace(curve, layout.plot, pixelsPerPoint);
-        std::erase_if(line, [](const Point& point) { return !std::isfinite(point.y); });
-        for (Point& point : line) point.y = held(point.y);
-        return line;
+        return WeekChart::trace(curve, layout.plot, pixelsPerPoint);
     }
 };
 
@@ -100,8 +92,7 @@ void paintBurned(const Canvas& canvas) {
 void paintNow(const Canvas& canvas) {
     constexpr double radius = 2.5;
     constexpr double ring = 1.5;
-    if (!std::isfinite(canvas.layout.now.y)) return; // a level that is no number has no place
-    const QPointF middle(canvas.layout.now.x, canvas.held(canvas.layout.now.y));
+    const QPointF middle = WeekChart::at(canvas.layout.now);
     canvas.painter.setPen(Qt::NoPen);
     canvas.painter.setBrush(HUDPanel{}.surface(canvas.look).fill);
     canvas.painter.drawEllipse(middle, radius + ring, radius + ring);
@@ -110,11 +101,10 @@ void paintNow(const Canvas& canvas) {
 }
 
 void paintLanding(const Canvas& canvas) {
-    if (!std::isfinite(canvas.layout.landingY)) return;
     constexpr double lineHeight = 12.0;
     const HUDFont font = HUDType::display(9.5);
     const LineBox box{.left = canvas.layout.plot.panel.right() + landingGap,
-                      .top = canvas.held(canvas.layout.landingY) - lineHeight / 2.0,
+                      .top = canvas.layout.landingY - lineHeight / 2.0,
                       .height = lineHeight};
     canvas.painter.setPen(canvas.picture.tint);
     font.draw(canvas.painter, box, font.elided(QString::fromStdString(canvas.layout.landingText), padR - landingGap));

@@ -24,6 +24,9 @@ inline constexpr const char* displayName = "Brindlewick";
 /// Whether there is a screen to show windows on. Wants no application object: asked before there is one.
 [[nodiscard]] bool hasDisplay();
 
+/// Whether what a window leaves transparent shows what lies below it. It may begin and end at any time.
+[[nodiscard]] bool blendsWindows();
+
 /// "linux" or "portable".
 [[nodiscard]] QString platformName();
 

@@ -61,11 +61,6 @@ std::optional<Job> jobOf(const Switch& candidate, std::span<const std::string> a
 
 } // namespace
 
-std::string_view switchOf(Kind kind) {
-    const auto found = std::ranges::find(switches, kind, &Switch::kind);
-    return found == switches.end() ? std::string_view() : found->name;
-}
-
 Job jobFor(std::span<const std::string> arguments) {
     for (const Switch& candidate : switches) {
         if (auto job = jobOf(candidate, arguments)) return *std::move(job);

@@ -2,7 +2,6 @@
 
 #include <span>
 #include <string>
-#include <string_view>
 
 namespace HarrowlaneApp {
 
@@ -28,9 +27,6 @@ struct Job {
 
     friend bool operator==(const Job&, const Job&) = default;
 };
-
-/// The switch that asks for a job, such as "--dump-meter"; empty for the application.
-[[nodiscard]] std::string_view switchOf(Job::Kind kind);
 
 /// The job that an argument vector (with or without the program's own name) asks for. Switches are whole arguments,
 /// anywhere; of each only the first occurrence counts; a value is the argument right behind, whatever it is. They are

@@ -8,7 +8,7 @@
 
 #include "HarrowlaneApp/Platform/ApplicationBundle.h"
 #include "HarrowlaneApp/Platform/Desktop.h"
-#include "HarrowlaneApp/Shell/MenuBarProgram.h"
+#include "HarrowlaneApp/Shell/HarrowlaneApp.h"
 
 namespace HarrowlaneApp {
 
@@ -33,6 +33,7 @@ int runApplication(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QString::fromUtf8(Desktop::displayName));
+    QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);
 
     const UsageModel::AppPaths paths;
@@ -42,16 +43,20 @@ int runApplication(int argc, char** argv) {
     const auto item = Desktop::makeStatusItem();
     const auto notifications = Desktop::makeNotificationService(*item);
     const auto preferences = Desktop::makePreferences();
-    const auto alertSettings = [&preferences] {
-        return AlertSettings{.thresholdAlertsEnabled = preferences->thresholdAlertsEnabled()};
-    };
-    UsageStore store({.paths = paths,
-                      .bundle = bundleFolder(),
-                      .notifications = *notifications,
-                      .alertSettings = alertSettings,
-                      .demoGauge = wantsDemoGauge()});
-    const MenuBarProgram program(store, *item);
-    QObject::connect(&program, &MenuBarProgram::quitRequested, &application, &QApplication::quit);
+    const auto appearance = Desktop::makeAppearance();
+    const auto autostart = Desktop::makeAutostart();
+    HarrowlaneApp program({
+        .world = {.paths = paths,
+                  .bundle = bundleFolder(),
+                  .notifications = *notifications,
+                  .demoGauge = wantsDemoGauge()},
+        .item = *item,
+        .preferences = *preferences,
+        .appearance = *appearance,
+        .autostart = *autostart,
+    });
+    QObject::connect(instance.get(), &SingleInstance::showRequested, &program, &HarrowlaneApp::open);
+    QObject::connect(&program, &HarrowlaneApp::quitRequested, &application, &QApplication::quit);
     return QApplication::exec();
 }
 

@@ -20,25 +20,32 @@ QList<QImage> images(const MeterArt::Reading& reading) {
     return images;
 }
 
-QList<MenuEntry> menu() {
-    return {
+QList<MenuEntry> menu(std::optional<bool> startsAtLogin) {
+    QList<MenuEntry> entries{
         {.id = MenuEntries::open, .label = QStringLiteral("Open"), .checked = {}},
         {.id = MenuEntries::refresh, .label = QStringLiteral("Refresh now"), .checked = {}},
         {.id = MenuEntries::settings, .label = QStringLiteral("Settings…"), .checked = {}},
-        {.checked = {}},
-        {.id = MenuEntries::quit, .label = QStringLiteral("Quit"), .checked = {}},
     };
+    if (startsAtLogin) {
+        entries.append({.id = MenuEntries::startAtLogin,
+                        .label = QStringLiteral("Start at login"),
+                        .checked = startsAtLogin});
+    }
+    entries.append(MenuEntry{});
+    entries.append({.id = MenuEntries::quit, .label = QStringLiteral("Quit"), .checked = {}});
+    return entries;
 }
 
 } // namespace
 
-StatusItemFace statusFace(const UsageModel::UsageSnapshot& snapshot) {
+StatusItemFace statusFace(const StatusFaceQuestion& question) {
+    const UsageModel::UsageSnapshot& snapshot = question.snapshot;
     return {
         .images = images(MeterArt::readingOf(snapshot)),
         .title = QString::fromUtf8(Desktop::displayName),
         .toolTipTitle = QString::fromStdString(snapshot.verdict.headline),
         .toolTipText = QString::fromStdString(snapshot.verdict.subtext),
-        .menu = menu(),
+        .menu = menu(question.startsAtLogin),
     };
 }
 

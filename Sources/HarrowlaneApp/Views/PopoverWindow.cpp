@@ -7,12 +7,18 @@
 #include <QMouseEvent>
 #include <QScreen>
 
+#include "HarrowlaneApp/Platform/Desktop.h"
+
 namespace HarrowlaneApp {
 
 namespace {
 
 /// Longer than a click takes to come back from the panel, shorter than a user takes to change their mind.
 constexpr std::chrono::milliseconds oneClick(400);
+
+constexpr Qt::WindowFlags popoverKind = Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+constexpr Qt::WindowFlags windowKind = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                       Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint;
 
 std::vector<PopoverPlacement::Screen> screensNow() {
     std::vector<PopoverPlacement::Screen> screens;
@@ -25,7 +31,7 @@ std::vector<PopoverPlacement::Screen> screensNow() {
 } // namespace
 
 PopoverWindow::PopoverWindow(NowView* view, std::function<Instant()> clock)
-    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint),
+    : QWidget(nullptr, popoverKind),
       view_(view),
       clock_(std::move(clock)) {
     view->setParent(this);
@@ -45,7 +51,7 @@ PopoverWindow::PopoverWindow(NowView* view, std::function<Instant()> clock)
 /// What opens another window leaves none open before it.
 void PopoverWindow::closeFor(void (NowView::*request)(), void (PopoverWindow::*forwarded)()) {
     connect(view_, request, this, [this, forwarded] {
-        close();
+        if (!standsOnDesktop()) close();
         Q_EMIT(this->*forwarded)();
     });
 }
@@ -62,6 +68,8 @@ void PopoverWindow::toggle(const QPoint& click) {
 }
 
 void PopoverWindow::open(const QPoint& click) {
+    // Where nothing shines through, round corners would be black.
+    view_->setCorners(Desktop::blendsWindows() ? NowView::Corners::round : NowView::Corners::square);
     click_ = click;
     pressedBesideAt_.reset();
     // No ring is left of the last visit, and Tab begins at the first control.
@@ -69,6 +77,22 @@ void PopoverWindow::open(const QPoint& click) {
     fit();
     show();
     activateWindow();
+}
+
+void PopoverWindow::standOnDesktop() {
+    if (!standsOnDesktop()) {
+        setWindowFlags(windowKind);
+        view_->setCorners(NowView::Corners::square);
+        fit();
+    }
+    if (isMinimized()) showNormal();
+    show();
+    raise();
+    activateWindow();
+}
+
+void PopoverWindow::leaveDesktop() {
+    if (standsOnDesktop()) setWindowFlags(popoverKind); // which hides it
 }
 
 void PopoverWindow::follow() {
@@ -80,6 +104,9 @@ void PopoverWindow::follow() {
 
 void PopoverWindow::fit() {
     fittedBody_ = view_->body();
+    if (standsOnDesktop()) return setFixedSize(view_->sizeHint());
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     const auto screens = screensNow();
     setGeometry(PopoverPlacement::place({.click = click_, .size = view_->sizeHint(), .screens = screens}).box);
 }

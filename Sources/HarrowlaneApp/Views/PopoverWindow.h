@@ -28,6 +28,10 @@ public:
     /// Opens it at the place, or moves it there.
     void open(const QPoint& click);
 
+    /// Shows it as an ordinary window, for a desktop without a panel, until `leaveDesktop`. A click then leaves it open.
+    void standOnDesktop();
+    void leaveDesktop();
+
     [[nodiscard]] NowView& view() const { return *view_; }
 
 Q_SIGNALS:
@@ -42,6 +46,7 @@ protected:
 
 private:
     void closeFor(void (NowView::*request)(), void (PopoverWindow::*forwarded)());
+    [[nodiscard]] bool standsOnDesktop() const { return windowType() == Qt::Window; }
     void follow();
     void fit();
 

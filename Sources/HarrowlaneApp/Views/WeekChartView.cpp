@@ -171,7 +171,7 @@ void WeekChartView::step(double hours) {
     // The first key begins at the present.
     const UsageModel::Date at = place != nullptr ? place->at + hours * secondsPerHour : series_.now;
     const Rect& panel = geometry.top.panel;
-    const double y = geometry.topY(WeekChart::curveValue(series_, at).value_or(0.0));
+    const double y = geometry.top.heldY(WeekChart::curveValue(series_, at).value_or(0.0));
     readOut(QPointF(geometry.x(at), std::clamp(y, panel.y, panel.bottom())));
 }
 

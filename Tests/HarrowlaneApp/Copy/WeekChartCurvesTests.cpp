@@ -77,7 +77,7 @@ TEST(WeekChartCurves, StaysWithinATenthOfAPixelOfEveryPoint) {
             std::size_t next = 1;
             double furthest = 0.0;
             for (const SeriesPoint& point : curve) {
-                const Point place{.x = plot.x(point.t), .y = plot.y(point.used)};
+                const Point place{.x = plot.x(point.t), .y = plot.heldY(point.used)};
                 while (next + 1 < line.size() && line[next].x < place.x) ++next;
                 const Point& from = line[next - 1];
                 const double slope = (line[next].y - from.y) / (line[next].x - from.x);

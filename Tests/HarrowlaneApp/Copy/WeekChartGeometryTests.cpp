@@ -1,5 +1,7 @@
 #include "HarrowlaneApp/Copy/WeekChartGeometry.h"
 
+#include <limits>
+
 #include <gmock/gmock.h>
 
 #include "HarrowlaneApp/Copy/Weeks.h"
@@ -64,6 +66,15 @@ TEST(WeekChartGeometry, ClampsLevelsToTheTopOfTheirAxis) {
     const auto typical = WeekChart::geometry(typicalWeek(), chartSize);
     EXPECT_EQ(typical.topY(1.0), 103.0);
     EXPECT_EQ(typical.topY(2.5), 16.0);
+}
+
+TEST(WeekChartGeometry, HoldsWhatIsDrawnToThePanelWhateverItsLevel) {
+    const Plot plot = WeekChart::geometry(capWeek(1.0), chartSize).top;
+    EXPECT_EQ(plot.heldY(0.7), plot.y(0.7));
+    EXPECT_EQ(plot.heldY(-1e12), 190.0);
+    EXPECT_EQ(plot.heldY(-std::numeric_limits<double>::infinity()), 190.0);
+    EXPECT_EQ(plot.heldY(std::numeric_limits<double>::infinity()), 16.0);
+    EXPECT_EQ(plot.heldY(std::numeric_limits<double>::quiet_NaN()), 190.0);
 }
 
 TEST(WeekChartGeometry, HoldsFillsToTheBottomPanel) {

@@ -20,21 +20,34 @@ UsageSnapshot snapshotAt(double used) {
 }
 
 TEST(StatusFace, TellsTheVerdictAsItsTooltip) {
-    const StatusItemFace face = statusFace(snapshotAt(0.4));
+    const StatusItemFace face = statusFace({.snapshot = snapshotAt(0.4)});
     EXPECT_EQ(face.title, QStringLiteral("Brindlewick"));
     EXPECT_EQ(face.toolTipTitle, QStringLiteral("On track"));
     EXPECT_EQ(face.toolTipText, QStringLiteral("Projected to reach about 70% by reset — with headroom."));
 }
 
-TEST(StatusFace, HasTheFourEntriesInOrder) {
+QStringList labelsOf(const StatusItemFace& face) {
     QStringList labels;
-    for (const MenuEntry& entry : statusFace(snapshotAt(0.4)).menu) labels.append(entry.label);
-    EXPECT_EQ(labels, QStringList({QStringLiteral("Open"), QStringLiteral("Refresh now"), QStringLiteral("Settings…"),
-                                   QString(), QStringLiteral("Quit")}));
+    for (const MenuEntry& entry : face.menu) labels.append(entry.label);
+    return labels;
+}
+
+TEST(StatusFace, HasItsEntriesInOrder) {
+    EXPECT_EQ(labelsOf(statusFace({.snapshot = snapshotAt(0.4)})),
+              QStringList({QStringLiteral("Open"), QStringLiteral("Refresh now"), QStringLiteral("Settings…"),
+                           QString(), QStringLiteral("Quit")}));
+}
+
+TEST(StatusFace, OffersToStartAtLoginWhereThatCanBeDecided) {
+    const StatusItemFace face = statusFace({.snapshot = snapshotAt(0.4), .startsAtLogin = true});
+    EXPECT_EQ(labelsOf(face),
+              QStringList({QStringLiteral("Open"), QStringLiteral("Refresh now"), QStringLiteral("Settings…"),
+                           QStringLiteral("Start at login"), QString(), QStringLiteral("Quit")}));
+    EXPECT_EQ(face.menu[3].checked, true);
 }
 
 TEST(StatusFace, OffersTheMeterWideAndSquare) {
-    const QList<QImage> images = statusFace(snapshotAt(0.4)).images;
+    const QList<QImage> images = statusFace({.snapshot = snapshotAt(0.4)}).images;
     ASSERT_EQ(images.size(), 9);
     EXPECT_EQ(images[0].height(), 18);
     EXPECT_GT(images[0].width(), 2 * images[0].height());
@@ -43,12 +56,12 @@ TEST(StatusFace, OffersTheMeterWideAndSquare) {
 }
 
 TEST(StatusFace, FollowsTheUseAndIsTheSameForTheSame) {
-    EXPECT_EQ(statusFace(snapshotAt(0.4)), statusFace(snapshotAt(0.4)));
-    EXPECT_NE(statusFace(snapshotAt(0.4)), statusFace(snapshotAt(0.9)));
+    EXPECT_EQ(statusFace({.snapshot = snapshotAt(0.4)}), statusFace({.snapshot = snapshotAt(0.4)}));
+    EXPECT_NE(statusFace({.snapshot = snapshotAt(0.4)}), statusFace({.snapshot = snapshotAt(0.9)}));
 }
 
 TEST(StatusFace, ShowsSomethingWhileNothingIsKnown) {
-    const StatusItemFace face = statusFace(UsageSnapshot::warmingUp(Date{0}));
+    const StatusItemFace face = statusFace({.snapshot = UsageSnapshot::warmingUp(Date{0})});
     for (const QImage& image : face.images) EXPECT_FALSE(image.isNull());
 }
 

@@ -199,4 +199,18 @@ TEST(PopoverOfTheFirstRun, GrowsForTheSampleThatWasAskedFor) {
     EXPECT_EQ(window.height(), 348);
 }
 
+TEST_F(Popover, StandsAsAnOrdinaryWindowWhereThereIsNoPanel) {
+    window_.standOnDesktop();
+    EXPECT_TRUE(window_.isVisible());
+    EXPECT_EQ(window_.windowType(), Qt::Window);
+    EXPECT_EQ(window_.size(), view().sizeHint());
+    QTest::mouseClick(&ViewTests::find<QWidget>(window_, "settings"), Qt::LeftButton);
+    EXPECT_TRUE(window_.isVisible()) << "what it opens stands beside it";
+    window_.leaveDesktop();
+    EXPECT_FALSE(window_.isVisible());
+    click(item);
+    EXPECT_EQ(window_.windowType(), Qt::Popup);
+    EXPECT_TRUE(window_.isVisible());
+}
+
 } // namespace

@@ -8,6 +8,10 @@
 
 namespace HarrowlaneApp::Desktop {
 
+bool blendsWindows() {
+    return true;
+}
+
 QString platformName() {
     return QStringLiteral("portable");
 }
