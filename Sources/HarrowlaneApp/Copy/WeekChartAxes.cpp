@@ -59,7 +59,8 @@ std::vector<Tick> topTicks(const WeekSeries& series, const Geometry& geometry) {
 }
 
 ReferenceLine referenceLine(const WeekSeries& series, const Geometry& geometry) {
-    if (series.scale == SeriesScale::typicalWeeks) return {.y = geometry.top.heldY(1.0), .name = "A TYPICAL WEEK FOR YOU"};
+    if (series.scale == SeriesScale::typicalWeeks)
+        return {.y = geometry.top.heldY(1.0), .name = "A TYPICAL WEEK FOR YOU"};
     return {.y = geometry.top.heldY(WeekCopy::limit(series)), .name = "WEEKLY LIMIT", .isLimit = true};
 }
 

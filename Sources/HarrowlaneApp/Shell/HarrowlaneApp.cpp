@@ -71,8 +71,8 @@ void HarrowlaneApp::connectItem() {
         box->open();
     });
     panelGrace_.setSingleShot(true);
-    panelGrace_.setInterval(std::chrono::duration_cast<std::chrono::milliseconds>(
-        std::chrono::duration<double>(panelGraceSeconds)));
+    panelGrace_.setInterval(
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::duration<double>(panelGraceSeconds)));
     connect(&panelGrace_, &QTimer::timeout, this, &HarrowlaneApp::showWithoutPanel);
     connect(&given_.item, &StatusItem::presenceChanged, this, &HarrowlaneApp::followPresence);
     followPresence();

@@ -22,13 +22,14 @@
 
 namespace HarrowlaneApp {
 
-/// The program as its user meets it: the status item with its popover, the dashboard and the settings, all on one store.
-/// For the main thread; wants an application object with widgets.
+/// The program as its user meets it: the status item with its popover, the dashboard and the settings, all on one
+/// store. For the main thread; wants an application object with widgets.
 class HarrowlaneApp : public QObject {
     Q_OBJECT
 
 public:
-    /// How long there must be no panel before the popover stands as an ordinary window: one that crashed is back sooner.
+    /// How long there must be no panel before the popover stands as an ordinary window: one that crashed is back
+    /// sooner.
     static constexpr double panelGraceSeconds = 4.0;
 
     /// All but the world outlives the program.

@@ -32,7 +32,6 @@ int runApplication(int argc, char** argv) {
         return 0;
     }
     QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QString::fromUtf8(Desktop::displayName));
     QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);
 
@@ -46,10 +45,8 @@ int runApplication(int argc, char** argv) {
     const auto appearance = Desktop::makeAppearance();
     const auto autostart = Desktop::makeAutostart();
     HarrowlaneApp program({
-        .world = {.paths = paths,
-                  .bundle = bundleFolder(),
-                  .notifications = *notifications,
-                  .demoGauge = wantsDemoGauge()},
+        .world =
+            {.paths = paths, .bundle = bundleFolder(), .notifications = *notifications, .demoGauge = wantsDemoGauge()},
         .item = *item,
         .preferences = *preferences,
         .appearance = *appearance,

@@ -27,9 +27,8 @@ QList<MenuEntry> menu(std::optional<bool> startsAtLogin) {
         {.id = MenuEntries::settings, .label = QStringLiteral("Settings…"), .checked = {}},
     };
     if (startsAtLogin) {
-        entries.append({.id = MenuEntries::startAtLogin,
-                        .label = QStringLiteral("Start at login"),
-                        .checked = startsAtLogin});
+        entries.append(
+            {.id = MenuEntries::startAtLogin, .label = QStringLiteral("Start at login"), .checked = startsAtLogin});
     }
     entries.append(MenuEntry{});
     entries.append({.id = MenuEntries::quit, .label = QStringLiteral("Quit"), .checked = {}});

@@ -28,7 +28,8 @@ public:
     /// Opens it at the place, or moves it there.
     void open(const QPoint& click);
 
-    /// Shows it as an ordinary window, for a desktop without a panel, until `leaveDesktop`. A click then leaves it open.
+    /// Shows it as an ordinary window, for a desktop without a panel, until `leaveDesktop`. A click then leaves it
+    /// open.
     void standOnDesktop();
     void leaveDesktop();
 

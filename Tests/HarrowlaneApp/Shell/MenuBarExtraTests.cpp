@@ -92,9 +92,7 @@ TEST_F(MenuBarExtraTest, SwitchesTheStartAtLogin) {
 }
 
 TEST_F(MenuBarExtraTest, TellsWhyTheStartAtLoginStaysAsItIs) {
-    autostart_.failure = [] {
-        throw std::system_error(EACCES, std::generic_category(), "autostart");
-    };
+    autostart_.failure = [] { throw std::system_error(EACCES, std::generic_category(), "autostart"); };
     MenuBarExtra extra({.store = store_, .item = item_, .autostart = autostart_});
     QSignalSpy failed(&extra, &MenuBarExtra::failed);
     emit item_.entryChosen(QStringLiteral("start-at-login"));
