@@ -18,6 +18,7 @@ install(DIRECTORY ${PROJECT_BINARY_DIR}/Brindlewick.app DESTINATION lib/brindlew
 install(TARGETS Brindlewick DESTINATION ${BUNDLE}/Contents/MacOS COMPONENT bundle)
 install(TARGETS brindlewick-report brindlewick-statusline DESTINATION ${BUNDLE}/Contents/Helpers COMPONENT bundle)
 
+file(MAKE_DIRECTORY ${MADE}/bin)
 file(CREATE_LINK ../${BUNDLE}/Contents/MacOS/Brindlewick ${MADE}/bin/brindlewick SYMBOLIC)
 file(CREATE_LINK ../${BUNDLE}/Contents/Helpers/brindlewick-report ${MADE}/bin/brindlewick-report SYMBOLIC)
 install(FILES ${MADE}/bin/brindlewick ${MADE}/bin/brindlewick-report DESTINATION bin COMPONENT system)
