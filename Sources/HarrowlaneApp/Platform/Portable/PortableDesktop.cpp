@@ -8,6 +8,8 @@
 
 namespace HarrowlaneApp::Desktop {
 
+void leaveBusToSession() {}
+
 bool blendsWindows() {
     return true;
 }
