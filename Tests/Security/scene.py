@@ -79,17 +79,17 @@ class Scene:
         self.support = self.home / "Library/Application Support/Brindlewick"
         self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.home), "LC_ALL": "C.UTF-8",
                             "XDG_RUNTIME_DIR": str(self.folder), "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+        self.projects = self.home / ".claude/projects"
         self.make_home()
 
     def make_home(self):
         sample = [self.bin / "make-sample-home", "--home", self.home, "--megabytes", "0.5",
                   "--status-line", self.folder / "document.json"]
         subprocess.run(sample, check=True, stdout=subprocess.DEVNULL)
-        projects = self.home / ".claude/projects"
-        first = min(projects.iterdir())
-        first.rename(projects / f"-home-user-{PATH_MARKER}")
+        first = min(self.projects.iterdir())
+        first.rename(self.projects / f"-home-user-{PATH_MARKER}")
         limit = LIMIT_LINE | {"timestamp": time.strftime("%Y-%m-%dT%H:%M:%S.000Z", time.gmtime())}
-        for log in projects.rglob("*.jsonl"):
+        for log in self.projects.rglob("*.jsonl"):
             lines = log.read_text().splitlines() + [json.dumps(limit)]
             log.write_text("".join(marked_line(line) + "\n" for line in lines))
         self.document = json.dumps(self.marked_document())
@@ -148,8 +148,8 @@ class Scene:
     def start_application(self, before=()):
         """The desktop program, once its first refresh is over."""
         (self.support / "notification-state.json").unlink(missing_ok=True)
-        application = self.started([*before, self.bin / "Brindlewick"], stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.DEVNULL)
+        with open(self.folder / "application-output", "wb") as output:
+            application = self.started([*before, self.bin / "Brindlewick"], stdout=output, stderr=output)
         until("the first refresh", (self.support / "notification-state.json").exists)
         return application
 
