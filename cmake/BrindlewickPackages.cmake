@@ -11,8 +11,8 @@ set(MADE ${PROJECT_BINARY_DIR}/packaging)
 cmake_path(GET PROJECT_BINARY_DIR FILENAME PRESET)
 
 # The programs come as targets, since those are stripped on the way.
-install(CODE "execute_process(COMMAND ${PROJECT_SOURCE_DIR}/Scripts/make-app --built ${PRESET} COMMAND_ERROR_IS_FATAL ANY)"
-        COMPONENT bundle)
+install(CODE "execute_process(
+    COMMAND \"${PROJECT_SOURCE_DIR}/Scripts/make-app\" --built ${PRESET} COMMAND_ERROR_IS_FATAL ANY)" COMPONENT bundle)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/Brindlewick.app DESTINATION lib/brindlewick COMPONENT bundle
         PATTERN MacOS EXCLUDE PATTERN Helpers EXCLUDE)
 install(TARGETS Brindlewick DESTINATION ${BUNDLE}/Contents/MacOS COMPONENT bundle)
@@ -33,8 +33,8 @@ install(FILES Resources/debian/copyright ${FONT_LICENCES} DESTINATION share/doc/
 
 # The program draws its icon itself.
 install(CODE "execute_process(
-    COMMAND \"${CMAKE_COMMAND}\" -E env HOME=${MADE} QT_QPA_PLATFORM=offscreen
-            ${PROJECT_BINARY_DIR}/bin/Brindlewick --dump-iconset ${MADE}/icons
+    COMMAND \"${CMAKE_COMMAND}\" -E env \"HOME=${MADE}\" QT_QPA_PLATFORM=offscreen
+            \"${PROJECT_BINARY_DIR}/bin/Brindlewick\" --dump-iconset \"${MADE}/icons\"
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)" COMPONENT system)
 foreach(ICON 16:16x16 32:32x32 64:32x32@2x 128:128x128 256:256x256 512:512x512)
     string(REPLACE ":" ";" ICON ${ICON})
