@@ -2,8 +2,8 @@
 
 #include "UsageEngine/SessionCapScale.h"
 #include "UsageEngine/WeighedTurns.h"
-#include "UsageModel/WeekSeries.h"
 #include "UsageModel/UsageSnapshot.h"
+#include "UsageModel/WeekSeries.h"
 
 namespace UsageEngine {
 
