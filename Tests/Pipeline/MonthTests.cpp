@@ -108,10 +108,10 @@ private:
         using HarrowlaneApp::PersistedState;
         state_ = UsageModel::Json::decode<PersistedState>(UsageModel::Json::encode(state_));
         const auto decision = HarrowlaneApp::decide({.state = state_,
-                                      .snapshot = snapshot,
-                                      .settings = {},
-                                      .bundle = HarrowlaneApp::Bundle::present,
-                                      .authorization = HarrowlaneApp::AuthorizationStatus::authorized});
+                                                     .snapshot = snapshot,
+                                                     .settings = {},
+                                                     .bundle = HarrowlaneApp::Bundle::present,
+                                                     .authorization = HarrowlaneApp::AuthorizationStatus::authorized});
         state_ = decision.state;
         for (const Banner& banner : decision.banners) {
             expectWellFormed(banner.title);
