@@ -5,6 +5,7 @@
 
 #include "UsageEngine/Advice.h"
 #include "UsageEngine/BindingResolver.h"
+#include "UsageEngine/BlockScale.h"
 #include "UsageEngine/LiveModelReading.h"
 #include "UsageEngine/Rollups.h"
 #include "UsageEngine/SessionWindows.h"

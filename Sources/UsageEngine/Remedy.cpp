@@ -86,10 +86,7 @@ std::optional<double> factorIn(const Room& room, const ModelAndEffort& step) {
     if (!isOpusClass(*step.model)) return 0.0;
 
     constexpr double smallestShare = 1e-9;
-    double share = 0.0;
-    for (const auto& [modelClass, part] : room.space.byFamily) {
-        if (isOpusClass(modelClass)) share += part;
-    }
+    const double share = room.space.opusShare();
     if (!(share > smallestShare)) return std::nullopt;
     return room.space.modelFactor(step.model) / share * room.space.effortFactor(step.effort);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "UsageEngine/BlockScale.h"
 #include "UsageEngine/Rollups.h"
 
 namespace UsageEngine {
@@ -204,14 +205,6 @@ Points actualOf(const Week& week) {
                                       .bucket = {}});
 }
 
-double opusShare(const UsageModel::WhatIfSpace& space) {
-    double share = 0.0;
-    for (const auto& [modelClass, part] : space.byFamily) {
-        if (isOpusClass(modelClass)) share += part;
-    }
-    return share;
-}
-
 } // namespace
 
 std::optional<WeekSeries> buildWeekSeries(const WeekSeriesQuestion& question) {
@@ -247,7 +240,7 @@ std::optional<WeekSeries> buildWeekSeries(const WeekSeriesQuestion& question) {
         .intensity = outlook.intensity,
         .intensityIsMeaningful = outlook.isMeaningful,
         .sessions = barsOf(question, unit),
-        .opusShare = opusShare(weekly.whatIf),
+        .opusShare = weekly.whatIf.opusShare(),
         .outputShare = weekly.whatIf.outputShare,
         .whatIf = weekly.bounds.resetsAt ? std::optional(weekly.whatIf) : std::nullopt,
     };

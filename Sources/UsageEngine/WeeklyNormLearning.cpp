@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "UsageEngine/Rollups.h"
+#include "UsageEngine/SessionCapScale.h"
 
 namespace UsageEngine {
 
@@ -26,12 +27,6 @@ std::vector<double> pastTotals(const WeeklyNormQuestion& question) {
         if (total > 0.0) totals.push_back(total);
     }
     return totals;
-}
-
-double median(std::vector<double> values) {
-    std::ranges::sort(values);
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) * 0.5;
 }
 
 struct Cone {
@@ -71,7 +66,7 @@ WeeklyNorm learnWeeklyNorm(const WeeklyNormQuestion& question) {
     std::vector<double> samples = pastTotals(question);
     if (samples.empty()) return fromCurrentWindow(question);
 
-    const double typical = median(samples);
+    const double typical = SessionCapScale::median(samples);
     const Cone cone = coneOf(samples, typical);
     const WeeklyNorm::Basis basis = basisOf(samples.size());
     return {

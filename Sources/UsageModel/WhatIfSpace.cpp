@@ -47,6 +47,14 @@ double WhatIfSpace::effortFactor(std::optional<EffortLevel> effort) const {
     return std::max(1 - (1 - *target / *anchor) * outputShare, 0.0);
 }
 
+double WhatIfSpace::opusShare() const {
+    double share = 0.0;
+    for (const auto& [modelClass, part] : byFamily) {
+        if (isOpusClass(modelClass)) share += part;
+    }
+    return share;
+}
+
 double WhatIfSpace::factor(const ModelAndEffort& change) const {
     return modelFactor(change.model) * effortFactor(change.effort);
 }

@@ -41,6 +41,8 @@ struct WhatIfSpace {
     /// The level that other levels are compared with: the current one, or `high`.
     [[nodiscard]] EffortLevel anchorEffort() const { return currentEffort.value_or(EffortLevel::high); }
 
+    /// The share of the burn that counts toward the Opus limit.
+    [[nodiscard]] double opusShare() const;
     /// The factor on the burn if all of it moved to `model`, at least 0. 1 for no model, or one without a price.
     /// The share of a class without a price is taken as it stands.
     [[nodiscard]] double modelFactor(std::optional<ModelClass> model) const;

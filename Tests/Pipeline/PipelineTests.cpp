@@ -29,7 +29,7 @@ class FourWeeks : public testing::TestWithParam<Row> {
 protected:
     const Calendar calendar = *Calendar::inZone(GetParam().zone);
     const Date end = calendar.instant(absl::CivilSecond(GetParam().end));
-    WatchedHome home{end, calendar};
+    WatchedHome home{{.end = end, .calendar = calendar}};
 
     /// All that was spent is told, on days of the zone.
     void expectAllDays(const UsageSnapshot& snapshot) {
@@ -105,8 +105,8 @@ TEST_P(FourWeeks, EverySnapshotIsSound) {
         EXPECT_GE(home.events()->size(), known);
         known = home.events()->size();
     }
-    EXPECT_EQ(known, home.summary().turns);
-    EXPECT_EQ(home.limitMessages(), home.summary().limitMessages);
+    EXPECT_EQ(known, home.turnsInAll());
+    EXPECT_EQ(home.limitMessages(), home.limitMessagesInAll());
     EXPECT_GT(anchored, 0);
     EXPECT_GT(stale, 0);
     EXPECT_GT(breaching, 0) << "the limits must be near what is spent, else nothing is tested";

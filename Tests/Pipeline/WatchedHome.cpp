@@ -27,13 +27,18 @@ std::optional<Date> writtenAt(const std::string& line) {
 
 } // namespace
 
-WatchedHome::WatchedHome(Date end, const UsageModel::Calendar& calendar)
+WatchedHome::WatchedHome(const Plan& plan)
     : store_(folder_ / "state/usage.db"),
       gauge_{.url = folder_ / "state/gauge.json"},
-      aggregator_{.calendar = calendar} {
-    const fs::path made = folder_ / "made";
-    summary_ = SampleHome::makeSampleHome({.home = made, .seed = 5, .bytes = 1'500'000, .now = end.secondsSince1970});
-    load(made);
+      aggregator_{.calendar = plan.calendar} {
+    for (const std::uint64_t person : plan.people) {
+        const fs::path made = folder_ / ("made" + std::to_string(person));
+        const auto summary = SampleHome::makeSampleHome(
+            {.home = made, .seed = person, .bytes = 1'500'000, .now = plan.end.secondsSince1970});
+        turnsInAll_ += summary.turns;
+        limitMessagesInAll_ += summary.limitMessages;
+        load(made);
+    }
 }
 
 void WatchedHome::load(const fs::path& made) {
@@ -76,6 +81,14 @@ UsageModel::GaugeWindow WatchedHome::official(WindowKind kind, Date instant) {
     }
     return {.usedPercentage = std::min(std::round(100 * used / limit), 100.0),
             .resetsAt = (start + length).secondsSince1970};
+}
+
+std::optional<double> WatchedHome::lastRead(WindowKind kind, Date now) const {
+    const auto reading = gauge_.read();
+    if (!reading) return std::nullopt;
+    const auto& window = reading->windows.at(std::string(statusLineKey(kind)));
+    if (window.resetsAt <= now.secondsSince1970) return std::nullopt;
+    return *window.usedPercentage / 100;
 }
 
 UsageModel::UsageSnapshot WatchedHome::refresh(Date now) {

@@ -17,13 +17,22 @@ namespace Pipeline {
 /// told line by line, and an official side counts it against limits of its own.
 class WatchedHome {
 public:
-    /// The history ends at `end` and began sixty days before.
-    WatchedHome(UsageModel::Date end, const UsageModel::Calendar& calendar);
+    struct Plan {
+        /// The history ends here and began sixty days before.
+        UsageModel::Date end;
+        UsageModel::Calendar calendar;
+        /// A person at a machine each; all of them share the limits.
+        std::vector<std::uint64_t> people{5};
+    };
+
+    explicit WatchedHome(const Plan& plan);
 
     /// Writes all that happened up to an instant, complete lines only.
     void liveUntil(UsageModel::Date instant);
     /// Writes what the status line would be told at an instant.
     void readGauge(UsageModel::Date instant);
+    /// The program is in another zone from now on.
+    void travel(const UsageModel::Calendar& calendar) { aggregator_.calendar = calendar; }
     /// Does what a refresh does: reads the logs and the gauge, and computes.
     [[nodiscard]] UsageModel::UsageSnapshot refresh(UsageModel::Date now);
 
@@ -32,7 +41,10 @@ public:
         return aggregator_.weights.effective(event);
     }
     /// What the whole history holds.
-    [[nodiscard]] const SampleHome::Summary& summary() const { return summary_; }
+    [[nodiscard]] std::uint64_t turnsInAll() const { return turnsInAll_; }
+    [[nodiscard]] std::uint64_t limitMessagesInAll() const { return limitMessagesInAll_; }
+    /// What the last reading told of a window, 0 to 1; absent where it is over by then.
+    [[nodiscard]] std::optional<double> lastRead(UsageModel::WindowKind kind, UsageModel::Date now) const;
     [[nodiscard]] std::size_t limitMessages() { return store_.anchors().size(); }
 
 private:
@@ -50,7 +62,8 @@ private:
     [[nodiscard]] UsageModel::GaugeWindow official(UsageModel::WindowKind kind, UsageModel::Date instant);
 
     TestSupport::TemporaryFolder folder_;
-    SampleHome::Summary summary_;
+    std::uint64_t turnsInAll_ = 0;
+    std::uint64_t limitMessagesInAll_ = 0;
     std::vector<Log> logs_;
     UsageIngest::IngestStore store_;
     UsageGauge::GaugeReader gauge_;

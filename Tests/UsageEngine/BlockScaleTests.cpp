@@ -1,3 +1,5 @@
+#include "UsageEngine/BlockScale.h"
+
 #include <limits>
 
 #include <gtest/gtest.h>

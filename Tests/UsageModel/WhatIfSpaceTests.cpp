@@ -22,6 +22,13 @@ WhatIfSpace standardSpace() {
             .effortMultiplier = effortOutputPriors()};
 }
 
+TEST(WhatIfSpace, CountsTheClassesUnderTheOpusLimit) {
+    const WhatIfSpace space{
+        .byFamily = {{ModelClass::opus, 0.5}, {ModelClass::fable, 0.25}, {ModelClass::haiku, 0.25}}};
+    EXPECT_EQ(space.opusShare(), 0.75);
+    EXPECT_EQ(WhatIfSpace{}.opusShare(), 0.0);
+}
+
 struct ModelRow : TestSupport::Named {
     Prices byFamily;
     Prices prices;

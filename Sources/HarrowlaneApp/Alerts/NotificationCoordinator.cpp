@@ -24,6 +24,8 @@ void NotificationCoordinator::handle(const UsageModel::UsageSnapshot& snapshot, 
     state_ = std::move(decision.state);
     file_.save(state_, snapshot.generatedAt);
     for (const Banner& banner : decision.banners) service_.post(banner, {});
+    // A service may come later than the program does, at login for one.
+    if (!allowsBanners(authorization_)) refreshAuthorization();
 }
 
 void NotificationCoordinator::refreshAuthorization(std::function<void()> done) {

@@ -7,8 +7,9 @@ namespace HarrowlaneApp {
 
 double Plot::x(UsageModel::Date date) const {
     const double span = windowEnd - windowStart;
-    const double share = span > 0 ? std::clamp((date - windowStart) / span, 0.0, 1.0) : 0.0;
-    return panel.x + share * panel.width;
+    const double share = (date - windowStart) / span;
+    // So that a share that is no number comes out as 0 too.
+    return panel.x + (span > 0 && share > 0 ? std::min(share, 1.0) : 0.0) * panel.width;
 }
 
 double Plot::y(double level) const {

@@ -12,7 +12,8 @@ struct Plot {
     UsageModel::Date windowEnd;
     double axisTop = 1.0;
 
-    /// The place of a date, held to the panel; its left edge where the window has no length.
+    /// The place of a date, held to the panel; its left edge where the window has no length, and for
+    /// a date that is no number.
     [[nodiscard]] double x(UsageModel::Date date) const;
     /// The place of a level; what is above the axis lies on the top edge, what is below zero below the panel.
     [[nodiscard]] double y(double level) const;

@@ -22,7 +22,8 @@ Trace thinned(const Trace& points, double pixelsPerPoint) {
     const auto column = [&](const Point& point) { return std::floor(point.x * pixelsPerPoint); };
     Trace kept;
     for (auto from = points.begin(); from != points.end();) {
-        const auto to = std::find_if(from, points.end(), [&](const Point& p) { return column(p) != column(*from); });
+        const auto to =
+            std::find_if(from + 1, points.end(), [&](const Point& p) { return column(p) != column(*from); });
         keepExtremes(kept, {from, to});
         from = to;
     }

@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Copy/WeekChartGeometry.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "HarrowlaneApp/Copy/Figures.h"
 #include "UsageEngine/TimeText.h"
@@ -50,7 +51,11 @@ double barAxisTop(std::span<const SessionBar> sessions) {
     constexpr double least = 1e-6;
     if (sessions.empty()) return aboveFullest;
     if (anyCalibrated(sessions)) return aboveFullCap;
-    return std::max(std::ranges::max(sessions, {}, &SessionBar::fillFraction).fillFraction * aboveFullest, least);
+    double fullest = 0.0;
+    for (const SessionBar& bar : sessions) {
+        if (std::isfinite(bar.fillFraction)) fullest = std::max(fullest, bar.fillFraction);
+    }
+    return std::max(fullest * aboveFullest, least);
 }
 
 bool anyCalibrated(std::span<const SessionBar> sessions) {

@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Copy/WeekMiniChart.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "HarrowlaneApp/Copy/Figures.h"
 
@@ -12,10 +13,16 @@ using UsageModel::SeriesPoint;
 using UsageModel::SeriesScale;
 using UsageModel::WeekSeries;
 
+/// Among those that are numbers.
 double largestLevel(const WeekSeries& series) {
-    double largest = std::max(series.usedNow, series.coneLikelyEnd.used);
+    double largest = 0.0;
+    const auto look = [&](double level) {
+        if (std::isfinite(level)) largest = std::max(largest, level);
+    };
+    look(series.usedNow);
+    look(series.coneLikelyEnd.used);
     for (const auto* curve : {&series.actual, &series.forecastLikely, &series.forecastHigh, &series.forecastLow}) {
-        for (const SeriesPoint& point : *curve) largest = std::max(largest, point.used);
+        for (const SeriesPoint& point : *curve) look(point.used);
     }
     return largest;
 }

@@ -1,5 +1,9 @@
 #include "HarrowlaneApp/Samples/PreviewData.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 #include "HarrowlaneApp/Samples/PreviewWeek.h"
 #include "HarrowlaneApp/Samples/SineNoise.h"
 
@@ -127,18 +131,23 @@ UsageModel::ModelBreakdown models() {
     return sum;
 }
 
-/// Eighteen weeks in which most days, but not all, were working days.
+/// Eighteen weeks of working days, quiet weekends and a holiday, the later ones busier.
 std::vector<UsageModel::DayCell> calendar(Date now) {
     constexpr int days = 126;
-    constexpr double idleShare = 0.18;
     constexpr double busiestDay = 0.6;
     constexpr int levels = 4;
+    constexpr std::array<double, 7> rhythm{0.55, 0.75, 0.9, 0.7, 0.5, 0.0, 0.15}; // from Monday on
+    constexpr int holidayBegan = 81;
+    constexpr int holidayEnded = 72;
+    const auto today = static_cast<std::int64_t>(std::floor(now.secondsSince1970 / day));
     std::vector<UsageModel::DayCell> cells;
     for (int back = days - 1; back >= 0; --back) {
-        const double noise = sineNoise(back);
-        const double busy = noise < idleShare ? 0.0 : (noise - idleShare) / (1.0 - idleShare);
+        const double usual = rhythm.at(static_cast<std::size_t>((((today - back + 3) % 7) + 7) % 7));
+        const double grown = 1.0 - 0.35 * back / days;
+        const bool isOff = (back < holidayBegan && back >= holidayEnded) || usual <= 0.0;
+        const double busy = isOff ? 0.0 : std::min(usual * grown + 0.4 * (sineNoise(back) - 0.5), 0.999);
         const auto level = busy > 0.0 ? 1 + static_cast<std::int64_t>(busy * levels) : 0;
-        cells.push_back({.day = now - back * day, .weighted = busy * busiestDay, .level = level});
+        cells.push_back({.day = now - back * day, .weighted = std::max(busy, 0.0) * busiestDay, .level = level});
     }
     return cells;
 }

@@ -37,7 +37,7 @@ void makeWindow(QWidget& view, const QString& title) {
 }
 
 void bringForward(QWidget& window) {
-    if (window.isMinimized()) window.showNormal();
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
     window.activateWindow();
@@ -73,7 +73,10 @@ void HarrowlaneApp::connectItem() {
     panelGrace_.setSingleShot(true);
     panelGrace_.setInterval(
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::duration<double>(panelGraceSeconds)));
-    connect(&panelGrace_, &QTimer::timeout, this, &HarrowlaneApp::showWithoutPanel);
+    connect(&panelGrace_, &QTimer::timeout, this, [this] {
+        menuBarExtra_.show(); // an item looks for some panels only when it gets a face
+        if (given_.item.presence() == StatusItem::Presence::absent) showWithoutPanel();
+    });
     connect(&given_.item, &StatusItem::presenceChanged, this, &HarrowlaneApp::followPresence);
     followPresence();
 }
@@ -121,6 +124,9 @@ void HarrowlaneApp::open() {
 }
 
 void HarrowlaneApp::openAt(const QPoint& place) {
+    panelGrace_.stop();
+    // Some panels tell no place, and mean the corner of the screen by it.
+    if (place.isNull()) return popover().toggle(lastPlace_.value_or(QCursor::pos()));
     lastPlace_ = place;
     popover().toggle(place);
 }
@@ -144,6 +150,7 @@ void HarrowlaneApp::followPresence() {
 }
 
 void HarrowlaneApp::showWithoutPanel() {
+    panelGrace_.stop();
     popover().standOnDesktop();
 }
 

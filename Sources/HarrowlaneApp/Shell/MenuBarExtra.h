@@ -23,6 +23,9 @@ public:
     /// Puts the item up at once, with what the store shows before its first run.
     explicit MenuBarExtra(Surroundings surroundings);
 
+    /// Shows what the store knows. It does so by itself whenever that changes.
+    void show();
+
 Q_SIGNALS:
     /// The item was clicked, at this place of the screen.
     void clicked(const QPoint& place);
@@ -33,7 +36,6 @@ Q_SIGNALS:
     void failed(const QString& words);
 
 private:
-    void show();
     void choose(const QString& entry);
     void toggleStartAtLogin();
 

@@ -2,22 +2,18 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 
 #include <QApplication>
+#include <QSessionManager>
 
 #include "HarrowlaneApp/Platform/ApplicationBundle.h"
 #include "HarrowlaneApp/Platform/Desktop.h"
 #include "HarrowlaneApp/Shell/HarrowlaneApp.h"
+#include "HarrowlaneApp/Store/DemoGauge.h"
 
 namespace HarrowlaneApp {
 
 namespace {
-
-bool wantsDemoGauge() {
-    const char* value = std::getenv("HWL_DEMO_GAUGE");
-    return value != nullptr && std::string_view(value) == "1";
-}
 
 std::optional<std::filesystem::path> bundleFolder() {
     const auto bundle = ApplicationBundle::ofThisProcess();
@@ -35,10 +31,15 @@ int runApplication(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);
+    // Whether it starts at login is its own switch's to say, not a restored session's.
+    QObject::connect(&application, &QGuiApplication::saveStateRequest,
+                     [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); });
 
     const UsageModel::AppPaths paths;
     const auto instance = Desktop::makeSingleInstance(paths.support());
-    if (instance->claim() != SingleInstance::Claim::first) return 0;
+    const auto claim = instance->claim();
+    if (claim == SingleInstance::Claim::unanswered) std::puts("another one runs, but does not answer");
+    if (claim != SingleInstance::Claim::first) return 0;
 
     const auto item = Desktop::makeStatusItem();
     const auto notifications = Desktop::makeNotificationService(*item);
@@ -46,8 +47,10 @@ int runApplication(int argc, char** argv) {
     const auto appearance = Desktop::makeAppearance();
     const auto autostart = Desktop::makeAutostart();
     HarrowlaneApp program({
-        .world =
-            {.paths = paths, .bundle = bundleFolder(), .notifications = *notifications, .demoGauge = wantsDemoGauge()},
+        .world = {.paths = paths,
+                  .bundle = bundleFolder(),
+                  .notifications = *notifications,
+                  .demoGauge = wantsDemoGauge(std::getenv("HWL_DEMO_GAUGE"))},
         .item = *item,
         .preferences = *preferences,
         .appearance = *appearance,
@@ -55,7 +58,11 @@ int runApplication(int argc, char** argv) {
     });
     QObject::connect(instance.get(), &SingleInstance::showRequested, &program, &HarrowlaneApp::open);
     QObject::connect(&program, &HarrowlaneApp::quitRequested, &application, &QApplication::quit);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    // An import may be under way, and ending in order would wait for it: what is stored is stored, and what is not will
+    // be read again.
+    std::fflush(nullptr);
+    std::_Exit(status);
 }
 
 } // namespace HarrowlaneApp

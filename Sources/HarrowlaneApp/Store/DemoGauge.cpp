@@ -1,6 +1,12 @@
 #include "HarrowlaneApp/Store/DemoGauge.h"
 
+#include <string_view>
+
 namespace HarrowlaneApp {
+
+bool wantsDemoGauge(const char* text) {
+    return text != nullptr && std::string_view(text) == "1";
+}
 
 UsageModel::GaugeReading demoGauge(UsageModel::Date now) {
     constexpr double twoAndAHalfHours = 9000.0;

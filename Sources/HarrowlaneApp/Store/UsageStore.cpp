@@ -67,6 +67,7 @@ void UsageStore::setSampleSnapshot(std::optional<UsageSnapshot> sample) {
 }
 
 void UsageStore::start() {
+    if (!world_) return;
     loop(++loopTurn_);
 }
 
@@ -91,11 +92,13 @@ QCoro::Task<> UsageStore::openRecords() {
     const auto open = [paths = world_->paths, openRecords = world_->openRecords] {
         return std::shared_ptr<Records>(openRecords(paths));
     };
+    isOpening_ = true;
     try {
         records_ = co_await onPool(this, recordsPool_, open);
     } catch (const std::exception& error) {
         fail(error.what());
     }
+    isOpening_ = false;
 }
 
 QCoro::Task<> UsageStore::refresh() {
@@ -160,14 +163,18 @@ std::optional<UsageModel::GaugeReading> UsageStore::gaugeForRun() {
 QCoro::Task<> UsageStore::refreshNow() {
     if (isRefreshing_ || !world_) co_return;
     set(isRefreshing_, true, &UsageStore::isRefreshingChanged);
-    set(installState_, installer_.state(), &UsageStore::installStateChanged);
+    lookAtInstallation();
     if (records_) {
         co_await refresh();
-    } else {
+    } else if (!isOpening_) {
         start();
     }
     co_await whileAlive(this, world_->clock->sleep(visibleSeconds));
     set(isRefreshing_, false, &UsageStore::isRefreshingChanged);
+}
+
+void UsageStore::lookAtInstallation() {
+    if (world_) set(installState_, installer_.state(), &UsageStore::installStateChanged);
 }
 
 void UsageStore::installShim() {
@@ -177,6 +184,7 @@ void UsageStore::installShim() {
 }
 
 void UsageStore::uninstallShim() {
+    if (!world_) return;
     changeInstallation([&] { installer_.uninstall(); }, "Uninstall failed: ");
 }
 

@@ -79,13 +79,15 @@ public:
     /// A refresh that the user asked for is under way.
     [[nodiscard]] bool isRefreshing() const { return isRefreshing_; }
 
-    /// Begins the loop, in the place of one that runs.
+    /// Begins the loop, in the place of one that runs. Does nothing in a preview.
     void start();
     /// Asks for a run; one that is asked for during a run follows it, however often.
     QCoro::Task<> refresh();
     /// The refresh button: also looks at the installation again, and tries again to open the database.
     QCoro::Task<> refreshNow();
 
+    /// Reads `installState` anew, where another program may have changed Claude Code's settings.
+    void lookAtInstallation();
     void installShim();
     void uninstallShim();
 
@@ -137,6 +139,7 @@ private:
     UsageGauge::StatusLineInstaller::State installState_ = UsageGauge::StatusLineInstaller::State::notInstalled;
     AuthorizationStatus notificationAuthorization_ = AuthorizationStatus::notDetermined;
     bool isRefreshing_ = false;
+    bool isOpening_ = false;
     bool isRefreshInFlight_ = false;
     bool refreshPending_ = false;
     /// Absent until opened. Shared with a run, which may outlive the store.

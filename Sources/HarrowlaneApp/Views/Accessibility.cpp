@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QWindow>
 
+#include "HarrowlaneApp/Views/ChartLegend.h"
 #include "HarrowlaneApp/Views/HUDLabel.h"
 #include "HarrowlaneApp/Views/ItemCanvas.h"
 #include "HarrowlaneApp/Views/PanelBox.h"
@@ -15,6 +16,8 @@
 #include "HarrowlaneApp/Views/SettingsControls.h"
 #include "HarrowlaneApp/Views/SpokenPicture.h"
 #include "HarrowlaneApp/Views/WeekChartView.h"
+#include "HarrowlaneApp/Views/WeekHeader.h"
+#include "HarrowlaneApp/Views/WhatIfPanel.h"
 
 namespace HarrowlaneApp {
 
@@ -51,7 +54,7 @@ public:
 
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State state;
-        state.focusable = true;
+        state.focusable = canvas_ && canvas_->focusPolicy() != Qt::NoFocus;
         state.readOnly = true;
         state.invalid = !isValid();
         if (!isValid()) return state;
@@ -132,6 +135,9 @@ QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* objec
     if (auto* prose = qobject_cast<ProseLabel*>(object)) return new QAccessibleWidget(prose, QAccessible::StaticText);
     if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
         return new QAccessibleWidget(badge, QAccessible::StaticText);
+    }
+    if (qobject_cast<ChipLabel*>(object) || qobject_cast<ChartLegend*>(object) || qobject_cast<EstimateMark*>(object)) {
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::StaticText);
     }
     if (auto* chart = qobject_cast<WeekChartView*>(object)) return new QAccessibleWidget(chart, QAccessible::Chart);
     if (auto* panel = qobject_cast<PanelBox*>(object)) return new QAccessibleWidget(panel, QAccessible::Grouping);

@@ -75,7 +75,7 @@ void ChipButton::paintFace(QPainter& painter) {
     const double mark = face_.isNow ? dot + dotGap : 0.0;
     double left = (width() - mark - font.width(face_.label)) / 2.0;
     if (face_.isNow) {
-        const QColor color = face_.isSelected ? withOpacity(onAccent(colors()), 0.9) : withOpacity(ink, 0.45);
+        const QColor color = face_.isSelected ? withOpacity(colors().ground, 0.9) : withOpacity(ink, 0.45);
         fillRounded(painter, {left, (height() - dot) / 2.0, dot, dot}, dot / 2.0, color);
         left += mark;
     }

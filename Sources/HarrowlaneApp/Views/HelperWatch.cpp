@@ -26,11 +26,8 @@ HelperWatch::HelperWatch(UsageStore& store, std::filesystem::path settingsFile, 
     connect(&settling_, &QTimer::timeout, this, &HelperWatch::check);
     // The store has looked, or has changed the file itself.
     connect(&store_, &UsageStore::installStateChanged, this, [this] { known_ = stamp(); });
-    connect(&store_, &UsageStore::isRefreshingChanged, this, [this] {
-        if (isOwed_ && !store_.isRefreshing()) ask();
-    });
     follow();
-    ask();
+    store_.lookAtInstallation();
 }
 
 std::optional<HelperWatch::Stamp> HelperWatch::stamp() const {
@@ -59,12 +56,7 @@ void HelperWatch::check() {
     const auto now = stamp();
     if (now == known_) return;
     known_ = now;
-    ask();
-}
-
-void HelperWatch::ask() {
-    isOwed_ = store_.isRefreshing();
-    if (!isOwed_) store_.refreshNow();
+    store_.lookAtInstallation();
 }
 
 } // namespace HarrowlaneApp

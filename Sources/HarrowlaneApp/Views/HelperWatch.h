@@ -33,15 +33,12 @@ private:
     [[nodiscard]] std::optional<Stamp> stamp() const;
     void follow();
     void check();
-    void ask();
 
     UsageStore& store_;
     std::filesystem::path file_;
     QFileSystemWatcher watcher_;
     QTimer settling_;
     std::optional<Stamp> known_;
-    /// The file changed during a refresh, which may have looked before that.
-    bool isOwed_ = false;
 };
 
 } // namespace HarrowlaneApp

@@ -57,6 +57,7 @@ void PopoverWindow::closeFor(void (NowView::*request)(), void (PopoverWindow::*f
 }
 
 void PopoverWindow::toggle(const QPoint& click) {
+    leaveDesktop();
     // Where the panel hears of the click that closed the popover, it must not open it again.
     const auto pressedAt = std::exchange(pressedBesideAt_, std::nullopt);
     if (pressedAt && clock_() - *pressedAt < oneClick) return;
@@ -68,6 +69,7 @@ void PopoverWindow::toggle(const QPoint& click) {
 }
 
 void PopoverWindow::open(const QPoint& click) {
+    leaveDesktop();
     // Where nothing shines through, round corners would be black.
     view_->setCorners(Desktop::blendsWindows() ? NowView::Corners::round : NowView::Corners::square);
     click_ = click;
@@ -85,7 +87,7 @@ void PopoverWindow::standOnDesktop() {
         view_->setCorners(NowView::Corners::square);
         fit();
     }
-    if (isMinimized()) showNormal();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
@@ -119,6 +121,16 @@ void PopoverWindow::leaveEvent(QEvent* event) {
 void PopoverWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     view_->setGeometry(rect());
+}
+
+bool PopoverWindow::event(QEvent* event) {
+    // Without a grab, which Wayland gives to no window of this kind, a press elsewhere shows in this alone.
+    const bool isDeserted = event->type() == QEvent::WindowDeactivate && isVisible() && !standsOnDesktop();
+    if (isDeserted && QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+        pressedBesideAt_ = clock_();
+        close();
+    }
+    return QWidget::event(event);
 }
 
 void PopoverWindow::mousePressEvent(QMouseEvent* event) {

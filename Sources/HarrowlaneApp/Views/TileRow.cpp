@@ -51,6 +51,7 @@ QStringList labelLines(const WeekCopy::Tile& tile, double width) {
 
 TileRow::TileRow(const ApplicationLook& look, QWidget* parent) : ItemCanvas(look, parent) {
     setObjectName(QStringLiteral("tiles"));
+    setAccessibleName(QStringLiteral("This week in figures"));
     setFocusPolicy(Qt::NoFocus);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);

@@ -117,7 +117,10 @@ void WindowCard::showPace(const NowTexts::WindowCard& window) {
                         .paint = [rails](QPainter& painter, const QRectF& rect, const Look& look) {
                             rails.paint(painter, rect.topLeft(), rect.width(), look);
                         }});
-    rails_->setToolTip(shown(Pace::explanation(window.shares)));
+    const QString explanation = shown(Pace::explanation(window.shares));
+    rails_->setAccessibleDescription(explanation);
+    // As rich text its long lines are broken, and its own breaks stay.
+    rails_->setToolTip(QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(explanation.toHtmlEscaped()));
 }
 
 void WindowCard::showReset(const NowTexts::WindowCard& window) {

@@ -47,6 +47,17 @@ TEST_F(NotificationCoordinatorTest, AsksOnceForPermissionAndThenLooksWhatCameOfI
     EXPECT_THAT(service.permissionQuestions, IsEmpty());
 }
 
+TEST_F(NotificationCoordinatorTest, FindsAServiceThatComesLaterThanTheProgram) {
+    const auto coordinator = started();
+    service.answerPermission({.granted = false});
+    service.answerStatus(AuthorizationStatus::notDetermined);
+    coordinator->handle({}, {});
+    service.answerStatus(AuthorizationStatus::authorized);
+    coordinator->handle(red(), {});
+    EXPECT_THAT(service.posted, SizeIs(1));
+    EXPECT_THAT(service.statusQuestions, IsEmpty()) << "it is known by now";
+}
+
 TEST_F(NotificationCoordinatorTest, OutsideOfABundleNeverTalksToTheService) {
     const auto coordinator = started(Bundle::absent);
     bool done = false;

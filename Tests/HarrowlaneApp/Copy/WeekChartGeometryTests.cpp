@@ -77,6 +77,19 @@ TEST(WeekChartGeometry, HoldsWhatIsDrawnToThePanelWhateverItsLevel) {
     EXPECT_EQ(plot.heldY(std::numeric_limits<double>::quiet_NaN()), 190.0);
 }
 
+TEST(WeekChartGeometry, PutsADateThatIsNoNumberAtTheLeft) {
+    const Plot plot = WeekChart::geometry(capWeek(1.0), chartSize).top;
+    EXPECT_EQ(plot.x(UsageModel::Date{std::numeric_limits<double>::quiet_NaN()}), 42.0);
+}
+
+TEST(WeekChartGeometry, GoesByFillsThatAreNumbers) {
+    std::vector<UsageModel::SessionBar> bars(3);
+    bars[0].fillFraction = std::numeric_limits<double>::quiet_NaN();
+    bars[1].fillFraction = 4.0;
+    bars[2].fillFraction = std::numeric_limits<double>::infinity();
+    EXPECT_DOUBLE_EQ(WeekChart::barAxisTop(bars), 4.0 * 1.05);
+}
+
 TEST(WeekChartGeometry, HoldsFillsToTheBottomPanel) {
     const auto geometry =
         WeekChart::geometry(with(capWeek(1.0), {session(SessionCapBasis::liveGauge, 0.5)}), chartSize);

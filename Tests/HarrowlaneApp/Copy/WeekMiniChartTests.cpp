@@ -1,5 +1,7 @@
 #include "HarrowlaneApp/Copy/WeekMiniChart.h"
 
+#include <limits>
+
 #include <gmock/gmock.h>
 
 #include "HarrowlaneApp/Copy/Weeks.h"
@@ -30,6 +32,14 @@ TEST(WeekMiniChart, LeavesOutALimitThatDoesNotFit) {
     EXPECT_EQ(layout.limitY, std::nullopt);
     EXPECT_EQ(layout.landingText, "300%");
     EXPECT_EQ(layout.landingY, 11.0) << "kept below the top";
+}
+
+TEST(WeekMiniChart, StretchesToLevelsThatAreNumbers) {
+    WeekSeries series = typicalWeek();
+    series.usedNow = std::numeric_limits<double>::quiet_NaN();
+    series.coneLikelyEnd.used = 1.5;
+    series.forecastHigh = {{series.now, std::numeric_limits<double>::infinity()}};
+    EXPECT_DOUBLE_EQ(WeekMiniChart::layOut(series, {.width = 288, .height = 76}).plot.axisTop, 1.59);
 }
 
 TEST(WeekMiniChart, StretchesToTheLargestLevelWithoutAGauge) {

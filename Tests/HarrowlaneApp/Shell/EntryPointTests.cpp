@@ -45,6 +45,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"--notify-test", "not bundled — run the binary inside Brindlewick.app"},
                     Row{"--notify-test --dump-ui x", "not bundled — run the binary inside Brindlewick.app"}));
 
+TEST(Display, IsAskedBeforeTheProgramCountsOnIt) {
+    const std::string line = std::string(application) + "\n";
+    EXPECT_EQ(ShellTests::runProgramIn("/", "", "DISPLAY=").output, line);
+    EXPECT_EQ(ShellTests::runProgramIn("/", "", "DISPLAY=:9999").output, line);
+    EXPECT_EQ(ShellTests::runProgramIn("/", "", "WAYLAND_DISPLAY=nowhere-at-all").output, line);
+}
+
 class ImageJobs : public testing::Test {
 protected:
     TestSupport::TemporaryFolder folder;

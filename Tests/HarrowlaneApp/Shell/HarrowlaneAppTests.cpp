@@ -77,6 +77,14 @@ TEST_F(Application, OpensThePopoverFromTheMenuWhereItWasLast) {
     EXPECT_EQ(program_.popover().x(), 400 - 170);
 }
 
+TEST_F(Application, TakesNoPlaceForThatOfTheLastClick) {
+    emit item_.activated(QPoint(400, 5));
+    emit item_.activated(QPoint(400, 5));
+    emit item_.activated(QPoint());
+    EXPECT_TRUE(program_.popover().isVisible());
+    EXPECT_EQ(program_.popover().x(), 400 - 170);
+}
+
 TEST_F(Application, OpensTheDashboardFromThePopover) {
     ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return published_ == 1; }));
     emit item_.activated(QPoint(400, 5));
@@ -135,6 +143,22 @@ TEST_F(Application, IsSeenAgainAtASecondStartWithoutAPanel) {
     program_.open();
     EXPECT_TRUE(program_.popover().isVisible());
     EXPECT_EQ(program_.popover().windowType(), Qt::Window);
+}
+
+TEST_F(Application, OpensAtTheClickOnAnItemThatHasJustComeBack) {
+    item_.setPresence(StatusItem::Presence::absent);
+    program_.open();
+    emit item_.activated(QPoint(400, 5));
+    EXPECT_TRUE(program_.popover().isVisible());
+    EXPECT_EQ(program_.popover().windowType(), Qt::Popup);
+}
+
+TEST_F(Application, DoesNotComeBackOfItselfWhenItWasClosed) {
+    item_.setPresence(StatusItem::Presence::absent);
+    program_.open();
+    program_.popover().close();
+    QTest::qWait(static_cast<int>(1000 * Program::panelGraceSeconds) + 200);
+    EXPECT_FALSE(program_.popover().isVisible());
 }
 
 TEST_F(Application, WaitsOutAPanelThatRestarts) {

@@ -17,12 +17,13 @@ struct Outcome {
     int status = -1;
 };
 
-/// In a home of its own, without a display, and in that folder.
-inline Outcome runProgramIn(const std::filesystem::path& folder, const std::string& arguments) {
+/// In a home of its own, in that folder, and without a display but for what `surroundings` sets.
+inline Outcome runProgramIn(const std::filesystem::path& folder, const std::string& arguments,
+                            const std::string& surroundings = {}) {
     const TestSupport::TemporaryFolder home;
-    const std::string command = "cd '" + folder.string() +
-                                "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM HOME='" +
-                                home.path().string() + "' '" BRINDLEWICK_PROGRAM "' " + arguments + " 2>&1";
+    const std::string command =
+        "cd '" + folder.string() + "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM HOME='" +
+        home.path().string() + "' " + surroundings + " '" BRINDLEWICK_PROGRAM "' " + arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     if (pipe == nullptr) throw std::system_error(errno, std::generic_category(), "popen");
     Outcome outcome;

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include "HarrowlaneApp/Alerts/FakeNotificationService.h"
+#include "HarrowlaneApp/Store/DemoGauge.h"
 #include "HarrowlaneApp/Store/UsageStoreFakes.h"
 #include "Support/TemporaryFolder.h"
 
@@ -217,6 +218,16 @@ TEST_F(StoreTest, ADatabaseThatCannotBeOpenedEndsTheLoopUntilTheButton) {
     EXPECT_EQ(openings_, 2);
 }
 
+TEST_F(StoreTest, TheButtonDoesNotOpenAgainWhatIsBeingOpened) {
+    UsageStore& store = open();
+    store.refreshNow();
+    ASSERT_TRUE(runs(1));
+    EXPECT_EQ(openings_, 1);
+    EXPECT_TRUE(store.isRefreshing());
+    clock_->turn(UsageStore::visibleSeconds);
+    EXPECT_FALSE(store.isRefreshing());
+}
+
 TEST_F(StoreTest, TheButtonTurnsForAMomentAndCountsOnce) {
     UsageStore& store = open();
     ASSERT_TRUE(runs(1));
@@ -414,6 +425,12 @@ TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
         QCoreApplication::processEvents();
     }
     SUCCEED() << "nothing was touched after its life";
+}
+
+TEST(DemoGauge, IsWantedByOneTextAlone) {
+    EXPECT_TRUE(wantsDemoGauge("1"));
+    for (const char* text : {"", "0", "11", "1 ", " 1", "true", "yes"}) EXPECT_FALSE(wantsDemoGauge(text)) << text;
+    EXPECT_FALSE(wantsDemoGauge(nullptr));
 }
 
 TEST(UsageStorePreview, ShowsWhatItIsGivenAndStartsNothing) {

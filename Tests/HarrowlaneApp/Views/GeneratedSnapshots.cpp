@@ -83,6 +83,7 @@ private:
             const double share = static_cast<double>(index) / static_cast<double>(points.size());
             points[index] = {.t = week.windowStart + share * (week.windowEnd - week.windowStart), .used = number()};
         }
+        if (chance(0.1) && !points.empty()) points.front().t = Date{number() * 1e9};
         return points;
     }
 

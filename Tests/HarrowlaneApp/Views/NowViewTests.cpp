@@ -104,7 +104,7 @@ TEST(NowView, TellsTheSessionsPaceAndReset) {
     EXPECT_EQ(words("rails"), "84% of tokens spent against 60% of the window");
     EXPECT_EQ(words("resets"), "resets 4:15 PM");
     EXPECT_EQ(words("timeLeft"), "2h 00m left");
-    EXPECT_THAT(find<QWidget>(card, "rails").toolTip().toStdString(), testing::StartsWith("Burn rate = tokens spent"));
+    EXPECT_THAT(find<QWidget>(card, "rails").toolTip().toStdString(), testing::HasSubstr("Burn rate = tokens spent"));
 }
 
 TEST(NowView, ShowsTheWeeksWindowWhereThereIsNoCurve) {
@@ -179,8 +179,10 @@ TEST(NowView, TellsAFailureInItsFooter) {
     scene.store->installShim(); // a preview has no helper to install
     EXPECT_THAT(scene.text("footerLine"), testing::StartsWith("Shim not found"));
     EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").textStyle().color, &Palette::warn);
-    EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").toolTip(),
-              QString::fromStdString(scene.text("footerLine")).toHtmlEscaped());
+    EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").toolTip(), QString::fromStdString(scene.text("footerLine"))
+                                                                       .toHtmlEscaped()
+                                                                       .prepend(QStringLiteral("<p>"))
+                                                                       .append(QStringLiteral("</p>")));
 }
 
 TEST(NowView, AsksForWindowsAndForTheEnd) {

@@ -10,6 +10,15 @@ namespace HarrowlaneApp::Desktop {
 
 void leaveBusToSession() {}
 
+bool hasDisplay() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#else
+    return true;
+#endif
+}
+
 bool blendsWindows() {
     return true;
 }

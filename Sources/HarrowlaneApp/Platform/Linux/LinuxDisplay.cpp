@@ -1,4 +1,6 @@
+#include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -27,7 +29,29 @@ std::string compositorSelection() {
     return "_NET_WM_CM_S" + std::to_string(screen);
 }
 
+bool answersX() {
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) return false;
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+bool hasWayland() {
+    const QByteArray name = qgetenv("WAYLAND_DISPLAY");
+    if (name.isEmpty()) return false;
+    // Joined to a name that is a whole path, the folder falls away.
+    const auto socket = std::filesystem::path(qgetenv("XDG_RUNTIME_DIR").toStdString()) / name.toStdString();
+    std::error_code ignored;
+    return std::filesystem::exists(socket, ignored);
+}
+
 } // namespace
+
+// Qt ends the process where its display does not answer, so that is tried before.
+bool hasDisplay() {
+    return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || hasWayland() || answersX();
+}
 
 bool blendsWindows() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
