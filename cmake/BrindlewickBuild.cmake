@@ -33,6 +33,10 @@ if(BRINDLEWICK_FUZZERS)
     add_link_options(-fsanitize=fuzzer-no-link)
 endif()
 
+if(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT BRINDLEWICK_SANITIZERS)
+    include(BrindlewickHardening)
+endif()
+
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
     # The cache must be told that a precompiled header may stand in for the headers it was made from.

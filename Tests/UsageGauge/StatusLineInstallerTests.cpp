@@ -293,8 +293,7 @@ TEST_F(StatusLineInstallerTest, AFolderThatMayNotBeWrittenFailsAndKeepsAll) {
     fs::permissions(settings_.parent_path(), fs::perms{0555});
     const pid_t child = fork();
     if (child == 0) {
-        static_cast<void>(chown(home_.path().c_str(), 65534, 65534));
-        if (setresuid(65534, 65534, 65534) != 0) _exit(2);
+        if (chown(home_.path().c_str(), 65534, 65534) != 0 || setresuid(65534, 65534, 65534) != 0) _exit(2);
         try {
             install();
         } catch (const std::system_error&) {

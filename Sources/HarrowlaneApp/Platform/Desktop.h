@@ -24,6 +24,10 @@ inline constexpr const char* displayName = "Brindlewick";
 /// Whether there is a screen to show windows on. Wants no application object: asked before there is one.
 [[nodiscard]] bool hasDisplay();
 
+/// Keeps this process from starting a session bus where the session has none, as the D-Bus library would by way of
+/// another program. Wants no application object: called before there is one.
+void leaveBusToSession();
+
 /// Whether what a window leaves transparent shows what lies below it. It may begin and end at any time.
 [[nodiscard]] bool blendsWindows();
 

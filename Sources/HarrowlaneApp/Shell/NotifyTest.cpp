@@ -68,6 +68,7 @@ QCoro::Task<> probeNotifications(NotificationService& service, Clock& clock,
 
 void runNotifyTest(int argc, char** argv) {
     if (!Desktop::hasDisplay()) qputenv("QT_QPA_PLATFORM", "offscreen");
+    Desktop::leaveBusToSession();
     QApplication application(argc, argv);
     if (!ApplicationBundle::ofThisProcess()) return printLine(std::string(NotificationProbe::notBundled));
     const auto item = Desktop::makeStatusItem();

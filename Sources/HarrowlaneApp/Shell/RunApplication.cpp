@@ -27,6 +27,7 @@ int runApplication(int argc, char** argv) {
         std::puts("no display to live on; brindlewick-report shows the numbers in a terminal");
         return 0;
     }
+    Desktop::leaveBusToSession();
     QApplication application(argc, argv);
     QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Platform/Desktop.h"
 
 #include <QDBusConnection>
+#include <QFileInfo>
 
 #include "HarrowlaneApp/Platform/Linux/BusInstance.h"
 #include "HarrowlaneApp/Platform/Linux/BusNotificationService.h"
@@ -11,6 +12,13 @@
 #include "HarrowlaneApp/Platform/Portable/SettingsPreferences.h"
 
 namespace HarrowlaneApp::Desktop {
+
+void leaveBusToSession() {
+    constexpr const char* address = "DBUS_SESSION_BUS_ADDRESS";
+    if (!qEnvironmentVariableIsEmpty(address)) return;
+    const QString usersBus = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
+    if (!QFileInfo::exists(usersBus)) qputenv(address, "disabled:");
+}
 
 QString platformName() {
     return QStringLiteral("linux");

@@ -39,6 +39,8 @@ SingleInstance::Claim FileInstance::claim() {
     try {
         if (held) return ask();
         listen();
+        // Qt leaves it to the mask of the process.
+        UsageModel::makePrivate(folder_ / "lock");
     } catch (const std::system_error&) {
         // It can be neither asked nor listened in this folder.
     }

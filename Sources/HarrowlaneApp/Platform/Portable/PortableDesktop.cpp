@@ -8,6 +8,8 @@
 
 namespace HarrowlaneApp::Desktop {
 
+void leaveBusToSession() {}
+
 bool hasDisplay() {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||

@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QSysInfo>
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include "HarrowlaneApp/Platform/ChildProcess.h"
@@ -80,6 +82,15 @@ TEST_F(FileInstanceTest, ARequestThatWasLeftOverShowsNothing) {
     EXPECT_FALSE(std::filesystem::exists(place / "show"));
     QCoreApplication::processEvents();
     EXPECT_EQ(requests, 0);
+}
+
+TEST_F(FileInstanceTest, TheLockIsTheOwnersAloneUnderAnyMask) {
+    const mode_t before = umask(0);
+    FileInstance first(place);
+    EXPECT_EQ(first.claim(), Claim::first);
+    umask(before);
+    EXPECT_EQ(std::filesystem::status(place / "lock").permissions(), std::filesystem::perms{0600});
+    EXPECT_EQ(std::filesystem::status(place).permissions(), std::filesystem::perms{0700});
 }
 
 TEST_F(FileInstanceTest, AFolderThatCannotBeMadeLocksNobodyOut) {
