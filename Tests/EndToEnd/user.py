@@ -10,6 +10,7 @@ import time
 import uuid
 
 from desktop import until
+from reader import Reader
 
 SUPPORT = "Library/Application Support/Brindlewick"
 
@@ -54,6 +55,7 @@ class User:
         self.desktop = desktop
         self.program = program
         self.report = report
+        self.reader = Reader()
         self.home = desktop.home
         self.settings = self.home / ".claude/settings.json"
 
@@ -85,11 +87,41 @@ class User:
         return until("the item is in the panel", self.item)
 
     def click_item(self, button=1):
+        # A hand needs its time: what comes sooner would be taken for the same click.
+        time.sleep(0.5)
         left, top, width, height = self.wait_for_item()
         self.desktop.click((left + width // 2, top + height // 2), button)
 
     def item_picture(self):
         return self.desktop.pixels(self.wait_for_item())
+
+    # The windows
+
+    def is_popover_open(self):
+        return self.reader.is_open("dialog", "Brindlewick")
+
+    def popover(self):
+        """Opens the popover by a click on the item, where it is not open."""
+        if not self.is_popover_open():
+            self.click_item()
+        return self.reader.window("dialog", "Brindlewick")
+
+    def open_from_popover(self, button):
+        self.reader.press(self.popover(), button)
+        return self.reader.window("frame", f"Brindlewick — {button}")
+
+    def spent(self, popover):
+        """How many percent of the session's tokens the popover tells as spent."""
+        for text in self.reader.texts(popover):
+            if "% of tokens spent against " in text:
+                return int(text.split("%")[0])
+        return None
+
+    def wait_for_spent(self, percent):
+        """Waits until the popover tells that much, opening it where need be."""
+        popover = self.popover()
+        until(f"{percent}% are spent", lambda: self.spent(popover) == percent)
+        return popover
 
     # Claude Code
 
