@@ -11,7 +11,7 @@ import sys
 import time
 
 from desktop import Desktop, until
-from user import SUPPORT, Session, User, span
+from user import SUPPORT, Session, User, faster_than_the_loop, span
 
 HOUR = 3600.0
 DAY = 24 * HOUR
@@ -115,9 +115,8 @@ class FirstDay:
         assert "Connect gauge" not in self.reader.texts(popover)
         until("the meter follows", lambda: self.user.item_picture() != before)
         self.desktop.picture("gauge")
-        # Nobody pressed anything in between: the gauge is watched.
-        self.user.status_line(34, 48.3, self.resets)
-        self.user.wait_for_spent(34)
+        # Nobody presses anything in between: the gauge is watched.
+        faster_than_the_loop([lambda percent=percent: self.gauge_moves_to(percent) for percent in range(30, 35)])
         # What the logs tell since counts on top.
         before = self.user.item_picture()
         self.session.turn(time.time(), output=5000, cached=110000)
@@ -125,6 +124,10 @@ class FirstDay:
         until("the popover follows", lambda: self.user.spent(popover) > 34)
         until("the meter follows", lambda: self.user.item_picture() != before)
         self.check_banners()
+
+    def gauge_moves_to(self, percent):
+        self.user.status_line(percent, 48.3, self.resets)
+        self.user.wait_for_spent(percent)
 
     def copies_the_advice(self):
         """The week's other sessions come to light, and with them that it is too much."""
@@ -247,6 +250,8 @@ class FirstDay:
         self.reader.wait_for_text(settings, "Not installed")
         assert self.user.settings.read_bytes() == OWN_SETTINGS.encode()
         self.desktop.picture("helper-removed")
+        assert self.user.is_running()
+        self.check_banners()
 
 
 if __name__ == "__main__":

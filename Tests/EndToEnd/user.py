@@ -65,7 +65,7 @@ class User:
     def wait_for_end(self):
         process = self.desktop.running["program"]
         until("the program has ended", lambda: process.poll() is not None)
-        assert process.returncode == 0, process.returncode
+        assert process.returncode == 0, f"ended with {process.returncode}"
         del self.desktop.running["program"]
 
     def is_running(self):
@@ -141,6 +141,15 @@ class User:
 
     def report_json(self):
         return json.loads(self.desktop.ask(str(self.report), "--json"))
+
+
+def faster_than_the_loop(steps):
+    """Takes the steps, each of which waits until the program has followed. Its loop alone would come by only every 30
+    seconds, and so show at most one of them at a time."""
+    start = time.monotonic()
+    for step in steps:
+        step()
+    assert time.monotonic() - start < 30 * (len(steps) - 1), "only the loop has shown it"
 
 
 def span(seconds):
