@@ -45,8 +45,11 @@ int runApplication(int argc, char** argv) {
     const auto appearance = Desktop::makeAppearance();
     const auto autostart = Desktop::makeAutostart();
     HarrowlaneApp program({
-        .world =
-            {.paths = paths, .bundle = bundleFolder(), .notifications = *notifications, .demoGauge = wantsDemoGauge()},
+        .world = {.paths = paths,
+                  .clock = std::make_shared<SystemClock>(Desktop::makeAlarm),
+                  .bundle = bundleFolder(),
+                  .notifications = *notifications,
+                  .demoGauge = wantsDemoGauge()},
         .item = *item,
         .preferences = *preferences,
         .appearance = *appearance,

@@ -79,10 +79,11 @@ void UsageStore::startGaugeWatch() {
 }
 
 QCoro::Task<> UsageStore::loop(int turn) {
+    const std::shared_ptr<Clock> clock = world_->clock;
     co_await openRecords();
     while (records_ && turn == loopTurn_) {
         co_await refresh();
-        co_await whileAlive(this, world_->clock->sleep(periodSeconds));
+        co_await asleep(this, *clock, periodSeconds);
     }
 }
 
@@ -159,6 +160,7 @@ std::optional<UsageModel::GaugeReading> UsageStore::gaugeForRun() {
 
 QCoro::Task<> UsageStore::refreshNow() {
     if (isRefreshing_ || !world_) co_return;
+    const std::shared_ptr<Clock> clock = world_->clock;
     set(isRefreshing_, true, &UsageStore::isRefreshingChanged);
     set(installState_, installer_.state(), &UsageStore::installStateChanged);
     if (records_) {
@@ -166,7 +168,7 @@ QCoro::Task<> UsageStore::refreshNow() {
     } else {
         start();
     }
-    co_await whileAlive(this, world_->clock->sleep(visibleSeconds));
+    co_await asleep(this, *clock, visibleSeconds);
     set(isRefreshing_, false, &UsageStore::isRefreshingChanged);
 }
 
