@@ -174,7 +174,7 @@ TEST_F(ShimTest, ASignalToTheHelperEndsTheCommandToo) {
         const std::string started = folder_ / "started";
         setenv("HWL_WRAPPED_STATUSLINE",
                ("echo $$ >" + started + ".tmp; mv " + started + ".tmp " + started + "; sleep 1000").c_str(), 1);
-        static_cast<void>(freopen("/dev/null", "r", stdin));
+        if (freopen("/dev/null", "r", stdin) == nullptr) _exit(126);
         execl(SHIM_PROGRAM, SHIM_PROGRAM, static_cast<char*>(nullptr));
         _exit(127);
     }
