@@ -16,8 +16,8 @@ inline std::string loggedTurn(UsageModel::Date at, long number, const std::strin
     std::array<char, 32> stamp{};
     std::strftime(stamp.data(), stamp.size(), "%Y-%m-%dT%H:%M:%S", &parts);
     const std::string id = std::to_string(number);
-    return R"({"type":"assistant","timestamp":")" + std::string(stamp.data()) + R"(.000Z","sessionId":"s","requestId":"r)" +
-           id + R"(","message":{"id":"m)" + id + R"(","model":")" + model +
+    return R"({"type":"assistant","timestamp":")" + std::string(stamp.data()) +
+           R"(.000Z","sessionId":"s","requestId":"r)" + id + R"(","message":{"id":"m)" + id + R"(","model":")" + model +
            R"(","usage":{"input_tokens":100,"output_tokens":)" + std::to_string(500 + number % 1000) + "}}}\n";
 }
 

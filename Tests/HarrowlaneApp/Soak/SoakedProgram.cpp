@@ -18,7 +18,7 @@ using UsageModel::Date;
 using UsageModel::UsageSnapshot;
 
 constexpr double hour = 3600.0;
-constexpr double historySeconds = 14.0 * 24.0 * hour;
+constexpr int historyHours = 14 * 24;
 constexpr int gaugesPerSecond = 10;
 constexpr long turnsPerLog = 100;
 
@@ -32,19 +32,19 @@ UsageModel::GaugeWindow window(double seconds, double length) {
 } // namespace
 
 SoakedProgram::SoakedProgram(unsigned seed) : random_(seed) {
-    for (double back = historySeconds; back > 0.0; back -= hour) logTurn(clock_->now() - back);
+    for (int back = historyHours; back > 0; --back) logTurn(clock_->now() - back * hour);
     restartPanel();
     restartService();
-    program_ = std::make_unique<HarrowlaneApp>(
-        HarrowlaneApp::Surroundings{.world = {.paths = paths_,
-                                              .calendar = UsageModel::Calendar::utc(),
-                                              .clock = clock_,
-                                              .bundle = home_.path() / "Test.app",
-                                              .notifications = notifications_},
-                                    .item = item_,
-                                    .preferences = preferences_,
-                                    .appearance = appearance_,
-                                    .autostart = autostart_});
+    program_ =
+        std::make_unique<HarrowlaneApp>(HarrowlaneApp::Surroundings{.world = {.paths = paths_,
+                                                                              .calendar = UsageModel::Calendar::utc(),
+                                                                              .clock = clock_,
+                                                                              .bundle = home_.path() / "Test.app",
+                                                                              .notifications = notifications_},
+                                                                    .item = item_,
+                                                                    .preferences = preferences_,
+                                                                    .appearance = appearance_,
+                                                                    .autostart = autostart_});
     QObject::connect(&store(), &UsageStore::snapshotPublished, [this] { ++tally_.refreshes; });
     QObject::connect(&store(), &UsageStore::lastErrorChanged, [this] { tally_.errors += store().lastError() ? 1 : 0; });
 }
@@ -53,7 +53,8 @@ bool SoakedProgram::liveOnePeriod() {
     if (!becomes([this] { return clock_->sleepers() > 0; })) return false;
     const Date begun = clock_->now();
     for (int second = 0; second < static_cast<int>(UsageStore::periodSeconds); ++second) {
-        for (int i = 0; i < gaugesPerSecond; ++i) writeGauge(begun + (second + static_cast<double>(i) / gaugesPerSecond));
+        for (int i = 0; i < gaugesPerSecond; ++i)
+            writeGauge(begun + (second + static_cast<double>(i) / gaugesPerSecond));
         QCoreApplication::processEvents();
     }
     logTurn(begun + 15.0);
@@ -79,11 +80,11 @@ void SoakedProgram::logTurn(Date at) {
 
 void SoakedProgram::writeGauge(Date at) {
     const double seconds = at.secondsSince1970;
-    Shim::storeGauge({.capturedAt = seconds,
-                      .source = "statusLine",
-                      .windows = {{"five_hour", window(seconds, 5.0 * hour)},
-                                  {"seven_day", window(seconds, 7.0 * 24.0 * hour)}}},
-                     paths_.gaugeFile());
+    Shim::storeGauge(
+        {.capturedAt = seconds,
+         .source = "statusLine",
+         .windows = {{"five_hour", window(seconds, 5.0 * hour)}, {"seven_day", window(seconds, 7.0 * 24.0 * hour)}}},
+        paths_.gaugeFile());
     ++tally_.gauges;
     if (!chance(0.01)) return;
     const std::string whole = UsageModel::readWholeFile(paths_.gaugeFile());
@@ -109,15 +110,16 @@ void SoakedProgram::restartPanel() {
 
 void SoakedProgram::restartService() {
     service_.reset();
-    service_ = std::make_unique<StubService>(
-        desktop_,
-        StubService::Place{.name = "org.freedesktop.Notifications",
-                           .path = "/org/freedesktop/Notifications",
-                           .interface = "org.freedesktop.Notifications"},
-        [this](const QDBusMessage& message) -> std::optional<StubService::Reply> {
-            if (message.member() == "GetCapabilities") return StubService::Reply{.values = {QStringList{"body"}}};
-            return StubService::Reply{.values = {static_cast<uint>(++tally_.banners)}};
-        });
+    service_ =
+        std::make_unique<StubService>(desktop_,
+                                      StubService::Place{.name = "org.freedesktop.Notifications",
+                                                         .path = "/org/freedesktop/Notifications",
+                                                         .interface = "org.freedesktop.Notifications"},
+                                      [this](const QDBusMessage& message) -> std::optional<StubService::Reply> {
+                                          if (message.member() == "GetCapabilities")
+                                              return StubService::Reply{.values = {QStringList{"body"}}};
+                                          return StubService::Reply{.values = {static_cast<uint>(++tally_.banners)}};
+                                      });
     ++tally_.services;
 }
 

@@ -49,14 +49,13 @@ protected:
         return static_cast<std::size_t>(store_->snapshot().live.turns);
     }
     void writeGauge(double sessionPercent, UsageModel::Date sessionResets) const {
-        Shim::storeGauge({.capturedAt = clock_->now().secondsSince1970,
-                          .source = "statusLine",
-                          .windows = {{"five_hour",
-                                       {.usedPercentage = sessionPercent, .resetsAt = sessionResets.secondsSince1970}},
-                                      {"seven_day",
-                                       {.usedPercentage = 60.0,
-                                        .resetsAt = (start + 3.0 * 86400.0).secondsSince1970}}}},
-                         paths_.gaugeFile());
+        Shim::storeGauge(
+            {.capturedAt = clock_->now().secondsSince1970,
+             .source = "statusLine",
+             .windows = {{"five_hour", {.usedPercentage = sessionPercent, .resetsAt = sessionResets.secondsSince1970}},
+                         {"seven_day",
+                          {.usedPercentage = 60.0, .resetsAt = (start + 3.0 * 86400.0).secondsSince1970}}}},
+            paths_.gaugeFile());
     }
 
     TestSupport::TemporaryFolder home_;
