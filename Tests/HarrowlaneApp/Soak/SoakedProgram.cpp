@@ -18,7 +18,7 @@ using UsageModel::Date;
 using UsageModel::UsageSnapshot;
 
 constexpr double hour = 3600.0;
-constexpr double historySeconds = 14.0 * 24.0 * hour;
+constexpr int historyHours = 14 * 24;
 constexpr int gaugesPerSecond = 10;
 constexpr long turnsPerLog = 100;
 
@@ -32,7 +32,7 @@ UsageModel::GaugeWindow window(double seconds, double length) {
 } // namespace
 
 SoakedProgram::SoakedProgram(unsigned seed) : random_(seed) {
-    for (double back = historySeconds; back > 0.0; back -= hour) logTurn(clock_->now() - back);
+    for (int back = historyHours; back > 0; --back) logTurn(clock_->now() - back * hour);
     restartPanel();
     restartService();
     program_ =

@@ -51,8 +51,8 @@ class ClockJumps : public StoreOnARealHome {
 protected:
     void SetUp() override {
         // Two weeks of work, so that there is a forecast to speak of.
-        for (double back = 14.0 * day; back > 0.0; back -= hour) {
-            TestSupport::appendFile(log(), TestSupport::loggedTurn(start - back, ++turns_));
+        for (int back = 14 * 24; back > 0; --back) {
+            TestSupport::appendFile(log(), TestSupport::loggedTurn(start - back * hour, ++turns_));
         }
         writeGauge(96.0, start + 2.0 * hour);
         openAndRun();
