@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include <QString>
@@ -42,5 +43,9 @@ void leaveBusToSession();
 /// `support` is the program's folder.
 [[nodiscard]] std::unique_ptr<SingleInstance> makeSingleInstance(const std::filesystem::path& support);
 [[nodiscard]] std::unique_ptr<Autostart> makeAutostart();
+
+/// Calls `ring` once, later, on this thread, when the span is over; not where what it returns is gone by then. `linux`
+/// counts the time for which the machine sleeps, `portable` does not.
+[[nodiscard]] std::unique_ptr<QObject> makeAlarm(double seconds, std::function<void()> ring);
 
 } // namespace HarrowlaneApp::Desktop

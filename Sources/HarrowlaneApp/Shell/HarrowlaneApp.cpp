@@ -11,6 +11,7 @@
 #include "HarrowlaneApp/Drawing/IconArt.h"
 #include "HarrowlaneApp/Platform/DesktopDisplay.h"
 #include "HarrowlaneApp/Samples/PreviewData.h"
+#include "HarrowlaneApp/Views/Accessibility.h"
 
 namespace HarrowlaneApp {
 
@@ -52,6 +53,7 @@ HarrowlaneApp::HarrowlaneApp(Surroundings surroundings)
       appearanceController_(given_.preferences, look_),
       store_(worldOf(given_)),
       menuBarExtra_({.store = store_, .item = given_.item, .autostart = given_.autostart}) {
+    installAccessibility();
     appearanceController_.applicationDidFinishLaunching();
     connectItem();
     QTimer::singleShot(0, this, [this] { (void)popover(); });

@@ -8,6 +8,7 @@
 #include "HarrowlaneApp/Alerts/NotificationProbe.h"
 #include "HarrowlaneApp/Platform/ApplicationBundle.h"
 #include "HarrowlaneApp/Platform/Desktop.h"
+#include "HarrowlaneApp/Store/Suspending.h"
 
 namespace HarrowlaneApp {
 
@@ -61,7 +62,7 @@ QCoro::Task<> probeNotifications(NotificationService& service, Clock& clock,
         Waiting<Error> posted([&](auto answer) { service.post(banner, answer); });
         print(NotificationProbe::postLines(sample, banner, co_await posted));
     }
-    co_await clock.sleep(NotificationProbe::settleSeconds);
+    co_await asleep(QCoreApplication::instance(), clock, NotificationProbe::settleSeconds);
     Waiting<std::vector<std::string>> delivered([&](auto answer) { service.delivered(answer); });
     print(NotificationProbe::deliveredLines(co_await delivered));
 }

@@ -48,6 +48,7 @@ int runApplication(int argc, char** argv) {
     const auto autostart = Desktop::makeAutostart();
     HarrowlaneApp program({
         .world = {.paths = paths,
+                  .clock = std::make_shared<SystemClock>(Desktop::makeAlarm),
                   .bundle = bundleFolder(),
                   .notifications = *notifications,
                   .demoGauge = wantsDemoGauge(std::getenv("HWL_DEMO_GAUGE"))},

@@ -80,10 +80,11 @@ void UsageStore::startGaugeWatch() {
 }
 
 QCoro::Task<> UsageStore::loop(int turn) {
+    const std::shared_ptr<Clock> clock = world_->clock;
     co_await openRecords();
     while (records_ && turn == loopTurn_) {
         co_await refresh();
-        co_await whileAlive(this, world_->clock->sleep(periodSeconds));
+        co_await asleep(this, *clock, periodSeconds);
     }
 }
 
@@ -162,6 +163,7 @@ std::optional<UsageModel::GaugeReading> UsageStore::gaugeForRun() {
 
 QCoro::Task<> UsageStore::refreshNow() {
     if (isRefreshing_ || !world_) co_return;
+    const std::shared_ptr<Clock> clock = world_->clock;
     set(isRefreshing_, true, &UsageStore::isRefreshingChanged);
     lookAtInstallation();
     if (records_) {
@@ -169,7 +171,7 @@ QCoro::Task<> UsageStore::refreshNow() {
     } else if (!isOpening_) {
         start();
     }
-    co_await whileAlive(this, world_->clock->sleep(visibleSeconds));
+    co_await asleep(this, *clock, visibleSeconds);
     set(isRefreshing_, false, &UsageStore::isRefreshingChanged);
 }
 

@@ -63,8 +63,7 @@ public:
     /// A store that shows what it is given, and starts nothing.
     [[nodiscard]] static std::unique_ptr<UsageStore> preview(Preview preview);
 
-    /// Waits for what runs on the other threads; a run that waits for the main thread unwinds later and changes
-    /// nothing.
+    /// Waits for what runs on the other threads. A run that is under way unwinds at once and changes nothing.
     ~UsageStore() override;
 
     [[nodiscard]] const UsageModel::UsageSnapshot& snapshot() const { return snapshot_; }

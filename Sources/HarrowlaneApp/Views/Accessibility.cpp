@@ -1,13 +1,17 @@
 #include "HarrowlaneApp/Views/Accessibility.h"
 
+#include <algorithm>
 #include <vector>
 
 #include <QAccessible>
+#include <QAccessibleObject>
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QPointer>
 #include <QWindow>
 
 #include "HarrowlaneApp/Views/ChartLegend.h"
+#include "HarrowlaneApp/Views/GroundView.h"
 #include "HarrowlaneApp/Views/HUDLabel.h"
 #include "HarrowlaneApp/Views/ItemCanvas.h"
 #include "HarrowlaneApp/Views/PanelBox.h"
@@ -125,13 +129,52 @@ public:
     }
 };
 
+/// The program as all of its windows. Qt leaves popups out, and a reader that asks what is there would never come to
+/// the popover.
+class ApplicationAccessible : public QAccessibleApplication {
+public:
+    [[nodiscard]] int childCount() const override {
+        return QAccessibleApplication::childCount() + static_cast<int>(popups().size());
+    }
+
+    [[nodiscard]] QAccessibleInterface* child(int index) const override {
+        const int others = QAccessibleApplication::childCount();
+        if (index < others) return QAccessibleApplication::child(index);
+        const auto open = popups();
+        const auto place = static_cast<std::size_t>(index - others);
+        return place < open.size() ? open[place] : nullptr;
+    }
+
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* wanted) const override {
+        const auto open = popups();
+        const auto found = std::ranges::find(open, wanted);
+        if (found == open.end()) return QAccessibleApplication::indexOfChild(wanted);
+        return QAccessibleApplication::childCount() + static_cast<int>(found - open.begin());
+    }
+
+private:
+    /// The open ones that belong to no window.
+    [[nodiscard]] std::vector<QAccessibleInterface*> popups() const {
+        std::vector<QAccessibleInterface*> open;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->windowType() != Qt::Popup || !widget->isVisible()) continue;
+            QAccessibleInterface* popup = QAccessible::queryAccessibleInterface(widget);
+            if (popup->parent() == nullptr || popup->parent() == this) open.push_back(popup);
+        }
+        return open;
+    }
+};
+
 /// Qt asks for each class of a widget, from the last derived on.
 QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* object) {
+    if (object == QCoreApplication::instance()) return new ApplicationAccessible;
     if (auto* canvas = qobject_cast<ItemCanvas*>(object)) return new CanvasAccessible(*canvas);
     if (auto* label = qobject_cast<HUDLabel*>(object)) return new QAccessibleWidget(label, QAccessible::StaticText);
     if (auto* picture = qobject_cast<SpokenPicture*>(object)) return new PictureAccessible(*picture);
     if (auto* popover = qobject_cast<PopoverWindow*>(object))
         return new QAccessibleWidget(popover, QAccessible::Dialog);
+    // Dashboard and settings; without a role of their own they would be mere fillers.
+    if (auto* view = qobject_cast<GroundView*>(object)) return new QAccessibleWidget(view, QAccessible::Window);
     if (auto* prose = qobject_cast<ProseLabel*>(object)) return new QAccessibleWidget(prose, QAccessible::StaticText);
     if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
         return new QAccessibleWidget(badge, QAccessible::StaticText);

@@ -46,6 +46,13 @@ TEST(Desktop, KeepsPreferencesInTheUsersConfiguration) {
     EXPECT_EQ(Desktop::makeAutostart()->isEnabled(), Desktop::makeAutostart()->isAvailable());
 }
 
+TEST(Desktop, HasAnAlarmThatMayEndWhenItRings) {
+    std::unique_ptr<QObject> alarm;
+    alarm = Desktop::makeAlarm(0.01, [&] { alarm.reset(); });
+    ASSERT_NE(alarm, nullptr) << "it rings later";
+    EXPECT_TRUE(becomes([&] { return alarm == nullptr; }));
+}
+
 TEST(Desktop, HasALook) {
     EXPECT_FALSE(Desktop::makeAppearance()->increasesContrast());
 }

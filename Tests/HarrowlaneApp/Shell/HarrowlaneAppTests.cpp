@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -67,6 +68,28 @@ TEST_F(Application, OpensThePopoverAtTheClickAndClosesItAtTheNext) {
     EXPECT_EQ(program_.popover().x(), 400 - 170);
     emit item_.activated(QPoint(400, 5));
     EXPECT_FALSE(program_.popover().isVisible());
+}
+
+TEST_F(Application, TellsAScreenReaderOfThePopoverWhileItIsOpen) {
+    QAccessibleInterface* program = QAccessible::queryAccessibleInterface(qApp);
+    const int windows = program->childCount();
+    emit item_.activated(QPoint(400, 5));
+    ASSERT_EQ(program->childCount(), windows + 1);
+    QAccessibleInterface* popover = program->child(windows);
+    EXPECT_EQ(popover->object(), &program_.popover());
+    EXPECT_EQ(popover->role(), QAccessible::Dialog);
+    EXPECT_EQ(popover->parent(), program);
+    EXPECT_EQ(program->indexOfChild(popover), windows);
+    EXPECT_EQ(program->child(windows + 1), nullptr);
+    emit item_.activated(QPoint(400, 5));
+    EXPECT_EQ(program->childCount(), windows);
+    EXPECT_EQ(program->indexOfChild(popover), -1);
+}
+
+TEST_F(Application, TellsAScreenReaderThatDashboardAndSettingsAreWindows) {
+    for (QWidget* window : std::initializer_list<QWidget*>{&program_.dashboard(), &program_.settings()}) {
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(window)->role(), QAccessible::Window);
+    }
 }
 
 TEST_F(Application, OpensThePopoverFromTheMenuWhereItWasLast) {

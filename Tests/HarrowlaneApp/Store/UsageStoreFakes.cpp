@@ -1,8 +1,8 @@
 #include "HarrowlaneApp/Store/UsageStoreFakes.h"
 
 #include <algorithm>
-#include <limits>
 #include <thread>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -21,30 +21,30 @@ bool waitFor(const std::function<bool()>& condition) {
     return true;
 }
 
-HandTurnedClock::~HandTurnedClock() {
-    turn(std::numeric_limits<double>::infinity());
-}
-
-QCoro::Task<> HandTurnedClock::sleep(double seconds) {
-    struct Nap {
-        HandTurnedClock& clock;
-        double seconds;
-
-        [[nodiscard]] static bool await_ready() { return false; }
-        void await_suspend(std::coroutine_handle<> rest) { clock.sleepers_.push_back({.left = seconds, .rest = rest}); }
-        void await_resume() const {}
-    };
-    co_await Nap{.clock = *this, .seconds = seconds};
+std::unique_ptr<QObject> HandTurnedClock::alarm(double seconds, std::function<void()> ring) {
+    auto sleeper = std::make_unique<Sleeper>();
+    sleeper->left = seconds;
+    sleeper->ring = std::move(ring);
+    sleepers_.emplace_back(sleeper.get());
+    return sleeper;
 }
 
 void HandTurnedClock::turn(double seconds) {
     now_ = now_ + seconds;
-    for (Sleeper& sleeper : sleepers_) sleeper.left -= seconds;
-    std::vector<Sleeper> due;
+    std::erase(sleepers_, nullptr);
+    for (const auto& sleeper : sleepers_) sleeper->left -= seconds;
+    std::vector<QPointer<Sleeper>> due;
     std::ranges::partition_copy(std::exchange(sleepers_, {}), std::back_inserter(due), std::back_inserter(sleepers_),
-                                [](const Sleeper& sleeper) { return sleeper.left <= 0.0; });
-    std::ranges::stable_sort(due, {}, &Sleeper::left);
-    for (const Sleeper& sleeper : due) sleeper.rest.resume();
+                                [](const auto& sleeper) { return sleeper->left <= 0.0; });
+    std::ranges::stable_sort(due, {}, [](const auto& sleeper) { return sleeper->left; });
+    for (const auto& sleeper : due) {
+        if (sleeper) std::exchange(sleeper->ring, {})();
+    }
+}
+
+std::size_t HandTurnedClock::sleepers() const {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(sleepers_, [](const auto& sleeper) { return !sleeper.isNull(); }));
 }
 
 std::size_t FakeRecords::Shelf::count(const std::string& call) {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <atomic>
-#include <coroutine>
 #include <functional>
 #include <mutex>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <QPointer>
 
 #include "HarrowlaneApp/Store/Clock.h"
 #include "HarrowlaneApp/Store/Records.h"
@@ -20,26 +21,24 @@ namespace HarrowlaneApp {
 class HandTurnedClock : public Clock {
 public:
     explicit HandTurnedClock(UsageModel::Date now) : now_(now.secondsSince1970) {}
-    /// Whoever still sleeps wakes, so that no coroutine is left behind.
-    ~HandTurnedClock() override;
-
     [[nodiscard]] UsageModel::Date now() const override { return UsageModel::Date{now_}; }
-    [[nodiscard]] QCoro::Task<> sleep(double seconds) override;
+    [[nodiscard]] std::unique_ptr<QObject> alarm(double seconds, std::function<void()> ring) override;
 
     /// Wakes those whose span is over, by time.
     void turn(double seconds);
     /// As a user sets a clock: no sleeper wakes.
     void set(UsageModel::Date now) { now_ = now.secondsSince1970; }
-    [[nodiscard]] std::size_t sleepers() const { return sleepers_.size(); }
+    [[nodiscard]] std::size_t sleepers() const;
 
 private:
-    struct Sleeper {
+    struct Sleeper : QObject {
         double left = 0.0;
-        std::coroutine_handle<> rest;
+        std::function<void()> ring;
     };
 
     std::atomic<double> now_;
-    std::vector<Sleeper> sleepers_;
+    /// Null once nobody sleeps any more.
+    std::vector<QPointer<Sleeper>> sleepers_;
 };
 
 /// What a test lets the records hold, and how it makes them fail. For any thread.

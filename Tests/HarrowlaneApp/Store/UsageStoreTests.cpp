@@ -427,6 +427,33 @@ TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
     SUCCEED() << "nothing was touched after its life";
 }
 
+TEST_F(StoreTest, LeavesNoSleeperBehind) {
+    open();
+    ASSERT_TRUE(runs(1));
+    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    store_->refreshNow();
+    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 2; }));
+    const std::weak_ptr<HandTurnedClock> clock = clock_;
+    clock_.reset();
+    store_.reset();
+    EXPECT_TRUE(clock.expired()) << "a coroutine that still sleeps holds it";
+}
+
+// Fails where leaks are looked for, if at all: nobody runs the event loop any more.
+TEST_F(StoreTest, LeavesNothingBehindWhereTheEventLoopHasEnded) {
+    for (const bool duringARun : {false, true}) {
+        UsageStore::World system = world();
+        system.clock = std::make_shared<SystemClock>();
+        store_ = std::make_unique<UsageStore>(std::move(system));
+        connect();
+        published_ = 0;
+        if (!duringARun) {
+            ASSERT_TRUE(runs(1));
+        }
+        store_.reset();
+    }
+}
+
 TEST(DemoGauge, IsWantedByOneTextAlone) {
     EXPECT_TRUE(wantsDemoGauge("1"));
     for (const char* text : {"", "0", "11", "1 ", " 1", "true", "yes"}) EXPECT_FALSE(wantsDemoGauge(text)) << text;

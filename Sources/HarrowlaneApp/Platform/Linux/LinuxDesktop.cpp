@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QFileInfo>
 
+#include "HarrowlaneApp/Platform/Linux/BootAlarm.h"
 #include "HarrowlaneApp/Platform/Linux/BusInstance.h"
 #include "HarrowlaneApp/Platform/Linux/BusNotificationService.h"
 #include "HarrowlaneApp/Platform/Linux/LinuxStatusItem.h"
@@ -48,6 +49,10 @@ std::unique_ptr<SingleInstance> makeSingleInstance(const std::filesystem::path& 
 
 std::unique_ptr<Autostart> makeAutostart() {
     return std::make_unique<XdgAutostart>(XdgAutostart::usualPlace());
+}
+
+std::unique_ptr<QObject> makeAlarm(double seconds, std::function<void()> ring) {
+    return std::make_unique<BootAlarm>(seconds, std::move(ring));
 }
 
 } // namespace HarrowlaneApp::Desktop

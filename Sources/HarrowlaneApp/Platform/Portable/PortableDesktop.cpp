@@ -1,5 +1,6 @@
 #include "HarrowlaneApp/Platform/Desktop.h"
 
+#include "HarrowlaneApp/Platform/Later.h"
 #include "HarrowlaneApp/Platform/Portable/FileInstance.h"
 #include "HarrowlaneApp/Platform/Portable/NoAutostart.h"
 #include "HarrowlaneApp/Platform/Portable/PaletteAppearance.h"
@@ -49,6 +50,13 @@ std::unique_ptr<SingleInstance> makeSingleInstance(const std::filesystem::path& 
 
 std::unique_ptr<Autostart> makeAutostart() {
     return std::make_unique<NoAutostart>();
+}
+
+std::unique_ptr<QObject> makeAlarm(double seconds, std::function<void()> ring) {
+    auto alarm = std::make_unique<QObject>();
+    const std::chrono::duration<double> span(std::max(seconds, 0.0));
+    later(*alarm, std::chrono::ceil<std::chrono::milliseconds>(span), std::move(ring));
+    return alarm;
 }
 
 } // namespace HarrowlaneApp::Desktop
