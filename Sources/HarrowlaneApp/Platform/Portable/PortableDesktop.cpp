@@ -1,5 +1,9 @@
 #include "HarrowlaneApp/Platform/Desktop.h"
 
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
 #include "HarrowlaneApp/Platform/Later.h"
 #include "HarrowlaneApp/Platform/Portable/FileInstance.h"
 #include "HarrowlaneApp/Platform/Portable/NoAutostart.h"
