@@ -18,8 +18,17 @@ void keepOneThread(QThreadPool& pool, QThread::Priority priority) {
     pool.setThreadPriority(priority);
 }
 
-Readiness readinessOf(const Records::Files& files, const UsageIngest::EventList& events) {
-    if (files.empty()) return Readiness::noLogsFound;
+enum class LogsThere { none, some };
+
+/// The list of files never leaves the records' thread: thousands of paths take long to copy, and even to free.
+LogsThere syncAll(Records& records) {
+    const Records::Files files = records.discover();
+    records.sync(files);
+    return files.empty() ? LogsThere::none : LogsThere::some;
+}
+
+Readiness readinessOf(LogsThere logs, const UsageIngest::EventList& events) {
+    if (logs == LogsThere::none) return Readiness::noLogsFound;
     return events->empty() ? Readiness::noUsageYet : Readiness::ready;
 }
 
@@ -122,13 +131,11 @@ QCoro::Task<> UsageStore::runRefresh() {
 QCoro::Task<> UsageStore::runSteps() {
     const std::shared_ptr<Records> records = records_;
     if (!records) co_return;
-    const auto discover = [records] { return records->discover(); };
-    const auto files = co_await onPool(this, recordsPool_, discover);
-    const auto sync = [records, files] { return records->sync(files); };
-    co_await onPool(this, recordsPool_, sync);
+    const auto sync = [records] { return syncAll(*records); };
+    const LogsThere logs = co_await onPool(this, recordsPool_, sync);
     const auto allEvents = [records] { return records->allEvents(); };
     const auto events = co_await onPool(this, recordsPool_, allEvents);
-    set(readiness_, readinessOf(files, events), &UsageStore::readinessChanged);
+    set(readiness_, readinessOf(logs, events), &UsageStore::readinessChanged);
 
     const auto allAnchors = [records] { return records->anchors(); };
     const auto anchors = co_await onPool(this, recordsPool_, allAnchors);

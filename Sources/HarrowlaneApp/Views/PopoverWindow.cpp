@@ -74,6 +74,7 @@ void PopoverWindow::open(const QPoint& click) {
     pressedBesideAt_.reset();
     // No ring is left of the last visit, and Tab begins at the first control.
     setFocus();
+    view_->read();
     fit();
     show();
     activateWindow();
@@ -83,6 +84,7 @@ void PopoverWindow::standOnDesktop() {
     if (!standsOnDesktop()) {
         setWindowFlags(windowKind);
         view_->setCorners(NowView::Corners::square);
+        view_->read();
         fit();
     }
     if (isMinimized()) showNormal();
