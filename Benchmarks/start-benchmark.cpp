@@ -1,5 +1,5 @@
 // How long the program takes from its start until a panel has the image of its status item, beside a program that has
-// nothing but an icon in the tray. The medians of many starts, in turns.
+// nothing but an icon in the tray. The median of many pairs of starts.
 
 #include <chrono>
 #include <stdexcept>
@@ -19,7 +19,7 @@ namespace {
 using HarrowlaneApp::ChildProcess;
 using HarrowlaneApp::StubService;
 
-constexpr int rounds = 25;
+constexpr int rounds = 31;
 constexpr double startsAtMost = 1.5;
 
 // Qt's items believe no property that is not listed.
@@ -52,9 +52,10 @@ private:
     }
 
     void fetchImage(const QString& item) {
-        QDBusMessage question = QDBusMessage::createMethodCall(item, "/StatusNotifierItem",
-                                                               "org.freedesktop.DBus.Properties", "Get");
-        question << "org.kde.StatusNotifierItem" << "IconPixmap";
+        QDBusMessage question =
+            QDBusMessage::createMethodCall(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get");
+        question << "org.kde.StatusNotifierItem"
+                 << "IconPixmap";
         auto* call = new QDBusPendingCallWatcher(desktop_.asyncCall(question), this);
         connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
             const QDBusPendingReply<QDBusVariant> reply = *call;
@@ -89,13 +90,14 @@ int main(int argc, char** argv) {
     };
     std::vector<double> ours;
     std::vector<double> empty;
+    std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         empty.push_back(secondsToImage(startOf("empty-tray"), panel));
         ours.push_back(secondsToImage(startOf("Brindlewick"), panel));
+        ratios.push_back(ours.back() / empty.back());
     }
-    const double measure = Bench::median(empty);
-    std::printf("%12.4f ms  empty_tray\n%12.4f ms  program\n", measure * 1e3, Bench::median(ours) * 1e3);
-    const bool met = Bench::isMet(
-        {"start to the first image", Bench::median(ours) / measure, "times an empty tray program", startsAtMost});
+    std::printf("%12.4f ms  empty_tray\n%12.4f ms  program\n", Bench::median(empty) * 1e3, Bench::median(ours) * 1e3);
+    const bool met =
+        Bench::isMet({"start to the first image", Bench::median(ratios), "times an empty tray program", startsAtMost});
     return met ? 0 : 1;
 }

@@ -13,7 +13,8 @@ struct Figure {
     double limit = 0.0;
 };
 
-/// Prints a line, from which `Benchmarks/run-all` makes one of its table: "ok" or "OVER", what, the value and its limit.
+/// Prints a line, from which `Benchmarks/run-all` makes one of its table: "ok" or "OVER", what, the value and its
+/// limit.
 [[nodiscard]] bool isMet(const Figure& figure);
 
 /// Of values that are not none.

@@ -23,12 +23,8 @@ public:
     /// What a program's environment needs in order to run there, with that home.
     [[nodiscard]] QHash<QString, QString> variables(const std::filesystem::path& home) const {
         const QString folder = QString::fromStdString(home.string());
-        return {{"DISPLAY", display_},
-                {"DBUS_SESSION_BUS_ADDRESS", bus_.address()},
-                {"QT_QPA_PLATFORM", "xcb"},
-                {"HOME", folder},
-                {"XDG_CONFIG_HOME", folder + "/config"},
-                {"XDG_RUNTIME_DIR", folder}};
+        return {{"DISPLAY", display_}, {"DBUS_SESSION_BUS_ADDRESS", bus_.address()}, {"QT_QPA_PLATFORM", "xcb"},
+                {"HOME", folder},      {"XDG_CONFIG_HOME", folder + "/config"},      {"XDG_RUNTIME_DIR", folder}};
     }
 
     /// Moves this process there.

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include <unistd.h>
+
 namespace Bench {
 
 namespace {
@@ -18,24 +20,37 @@ double numberBehind(const std::filesystem::path& file, const std::string& wanted
     return 0.0;
 }
 
-/// Nanoseconds on a processor, which the kernel counts finer than what "stat" tells.
-double cpuNanoseconds(const std::filesystem::path& thread) {
-    double time = 0.0;
-    std::ifstream(thread / "schedstat") >> time;
-    return time;
+/// What its threads have taken, those that have ended too.
+double cpuSeconds(const std::filesystem::path& process) {
+    std::ifstream stream(process / "stat");
+    std::string word;
+    constexpr int userTime = 14;
+    double user = 0.0;
+    double system = 0.0;
+    for (int field = 1; field < userTime; ++field) stream >> word;
+    stream >> user >> system;
+    return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
 } // namespace
 
 ProcessUse useOf(pid_t process) {
-    ProcessUse use;
-    const auto threads = std::filesystem::path("/proc") / std::to_string(process) / "task";
-    for (const auto& thread : std::filesystem::directory_iterator(threads)) {
-        use.wakeUps +=
-            static_cast<std::uint64_t>(numberBehind(thread.path() / "status", "voluntary_ctxt_switches:"));
-        use.cpuSeconds += cpuNanoseconds(thread.path()) * 1e-9;
+    const auto folder = std::filesystem::path("/proc") / std::to_string(process);
+    ProcessUse use{.cpuSeconds = cpuSeconds(folder)};
+    for (const auto& thread : std::filesystem::directory_iterator(folder / "task")) {
+        use.wakeUps[thread.path().filename().string()] =
+            static_cast<std::int64_t>(numberBehind(thread.path() / "status", "voluntary_ctxt_switches:"));
     }
     return use;
+}
+
+std::int64_t wakeUpsBetween(const ProcessUse& before, const ProcessUse& after) {
+    std::int64_t count = 0;
+    for (const auto& [thread, switches] : after.wakeUps) {
+        const auto known = before.wakeUps.find(thread);
+        count += switches - (known == before.wakeUps.end() ? 0 : known->second);
+    }
+    return count;
 }
 
 double residentBytes(pid_t process) {

@@ -1,20 +1,24 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 #include <sys/types.h>
 
 namespace Bench {
 
-/// What a process has taken so far, all its threads together. A wake-up is a voluntary context switch: a thread that had
-/// gone to sleep.
+/// What a process has taken so far. A wake-up is a voluntary context switch: of a thread that had gone to sleep.
 struct ProcessUse {
-    std::uint64_t wakeUps = 0;
+    /// By thread.
+    std::map<std::string, std::int64_t> wakeUps;
     double cpuSeconds = 0.0;
 };
 
 [[nodiscard]] ProcessUse useOf(pid_t process);
+
+/// Of threads that have not ended in between.
+[[nodiscard]] std::int64_t wakeUpsBetween(const ProcessUse& before, const ProcessUse& after);
 
 /// How much of its memory is resident now, shared libraries included; bytes.
 [[nodiscard]] double residentBytes(pid_t process);

@@ -7,6 +7,9 @@
 
 namespace Bench {
 
+/// What the program may hold for each turn, in memory.
+constexpr double bytesATurn = 80.0;
+
 /// The home of somebody who has worked a lot until a moment ago: 5,000 logs, 200,000 turns that are imported already,
 /// and official percentages.
 class UsersHome {

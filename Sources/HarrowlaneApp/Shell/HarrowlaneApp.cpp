@@ -16,6 +16,9 @@ namespace HarrowlaneApp {
 
 namespace {
 
+// By then the panel has its image, for which it asks the same thread; and nobody has clicked on it yet.
+constexpr std::chrono::milliseconds popoverDelay(300);
+
 UsageStore::World worldOf(const HarrowlaneApp::Surroundings& given) {
     UsageStore::World world = given.world;
     world.alertSettings = [&preferences = given.preferences] {
@@ -54,7 +57,7 @@ HarrowlaneApp::HarrowlaneApp(Surroundings surroundings)
       menuBarExtra_({.store = store_, .item = given_.item, .autostart = given_.autostart}) {
     appearanceController_.applicationDidFinishLaunching();
     connectItem();
-    QTimer::singleShot(0, this, [this] { (void)popover(); });
+    QTimer::singleShot(popoverDelay, this, [this] { (void)popover(); });
 }
 
 HarrowlaneApp::~HarrowlaneApp() = default;

@@ -3,12 +3,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
+#include <thread>
 
 #include <QApplication>
+#include <QFontDatabase>
 
 #include "HarrowlaneApp/Platform/ApplicationBundle.h"
 #include "HarrowlaneApp/Platform/Desktop.h"
 #include "HarrowlaneApp/Shell/HarrowlaneApp.h"
+#include "HarrowlaneApp/Store/Memory.h"
 
 namespace HarrowlaneApp {
 
@@ -31,7 +34,11 @@ int runApplication(int argc, char** argv) {
         std::puts("no display to live on; brindlewick-report shows the numbers in a terminal");
         return 0;
     }
+    Memory::holdLittle();
     QApplication application(argc, argv);
+    // The first image has a figure, and finding fonts takes longer than all else before it. Who wants one waits for
+    // Qt's lock.
+    const std::jthread fonts([] { (void)QFontDatabase::families(); });
     QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);
 

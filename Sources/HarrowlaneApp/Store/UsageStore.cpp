@@ -2,8 +2,11 @@
 
 #include <utility>
 
+#include <QTimer>
+
 #include "HarrowlaneApp/Store/BundledShim.h"
 #include "HarrowlaneApp/Store/DemoGauge.h"
+#include "HarrowlaneApp/Store/Memory.h"
 #include "HarrowlaneApp/Store/Suspending.h"
 
 namespace HarrowlaneApp {
@@ -76,7 +79,7 @@ void UsageStore::setSampleSnapshot(std::optional<UsageSnapshot> sample) {
 }
 
 void UsageStore::start() {
-    loop(++loopTurn_);
+    QTimer::singleShot(0, this, [this, turn = ++loopTurn_] { loop(turn); });
 }
 
 void UsageStore::startGaugeWatch() {
@@ -141,12 +144,14 @@ QCoro::Task<> UsageStore::runSteps() {
     const auto anchors = co_await onPool(this, recordsPool_, allAnchors);
     const auto aggregate = [aggregator = aggregator_, clock = world_->clock, events, anchors, gauge = gaugeForRun(),
                             held = heldSessionCap_] {
-        return aggregator.snapshot({.events = *events,
-                                    .anchors = anchors,
-                                    .gauge = gauge,
-                                    .now = clock->now(),
-                                    .ingest = UsageModel::IngestProgress::idle(),
-                                    .heldSessionCap = held});
+        UsageSnapshot made = aggregator.snapshot({.events = *events,
+                                                  .anchors = anchors,
+                                                  .gauge = gauge,
+                                                  .now = clock->now(),
+                                                  .ingest = UsageModel::IngestProgress::idle(),
+                                                  .heldSessionCap = held});
+        Memory::giveBack();
+        return made;
     };
     UsageSnapshot snapshot = co_await onPool(this, enginePool_, aggregate);
     // A cap that was learnt must not vanish while the gauge stands still.
