@@ -171,6 +171,14 @@ TEST(NowView, FollowsTheStoreWhileASampleHidesIt) {
     EXPECT_EQ(scene.text("adviceTitle"), "Room to raise effort to X-High");
 }
 
+TEST(NowView, ReadsNothingWhileItIsHidden) {
+    const NowScene scene({.snapshot = ViewTests::calm(), .sample = ViewTests::overPace()});
+    scene.store->setSampleSnapshot(std::nullopt);
+    EXPECT_EQ(find<HUDLabel>(*scene.view, "adviceTitle").text(), QStringLiteral("Route the rest to Sonnet"));
+    scene.show();
+    EXPECT_EQ(scene.text("adviceTitle"), "Room to raise effort to X-High");
+}
+
 TEST(NowView, TellsWhenItsNumbersAreFrom) {
     EXPECT_EQ(NowScene({.snapshot = ViewTests::overPace()}).text("footerLine"), "updated 2:15 PM");
 }
