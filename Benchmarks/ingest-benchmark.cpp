@@ -2,11 +2,11 @@
 //
 // ingest-benchmark [OPTIONS OF Google Benchmark]   BENCHMARK_BYTES sets the size of the tree, 1 GB otherwise.
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
 #include "Support/Bare.h"
+#include "Support/Figures.h"
 #include "Support/Ratios.h"
 #include "Support/TemporaryTree.h"
 #include "UsageIngest/IngestStore.h"
@@ -60,7 +60,5 @@ int main(int argc, char** argv) {
                                       {.subject = "import", .measures = {"wc"}, .limit = 6.0},
                                       {.subject = "import", .measures = {"jq"}, .limit = 0.1},
                                   });
-    std::printf("%-4s peak memory of an import: %.1f MB, below %.0f MB\n", peak < memoryLimit ? "ok" : "OVER",
-                peak / 1e6, memoryLimit / 1e6);
-    return peak < memoryLimit ? status : 1;
+    return Bench::isMet({"peak memory of an import", peak / 1e6, "MB", memoryLimit / 1e6}) ? status : 1;
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "Support/Processes.h"
 #include "Support/Ratios.h"
 #include "Support/TemporaryTree.h"
 
@@ -14,10 +15,9 @@ constexpr double secondsAtMost = 0.15;
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string name = argv[0];
-    const std::string program = name.substr(0, name.find_last_of('/') + 1) + "brindlewick-report";
+    const std::string program = Bench::programBeside(argv[0], "brindlewick-report");
     const Bench::TemporaryTree tree({.bytes = bytesOfLogs});
-    const std::filesystem::path home = tree.projects().parent_path().parent_path();
+    const std::filesystem::path home = tree.home();
     const auto report = [&] { Bench::shell("HOME=\"$TREE\" exec '" + program + "' --json >/dev/null", home); };
     report(); // imports
 

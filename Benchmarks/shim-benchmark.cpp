@@ -19,6 +19,8 @@
 #include <unistd.h>
 
 #include "SampleHome/SampleHome.h"
+#include "Support/Figures.h"
+#include "Support/Processes.h"
 #include "Support/TemporaryTree.h"
 
 namespace {
@@ -50,18 +52,6 @@ void runOnce(Subject& subject, char** environment) {
     if (status != 0) throw std::runtime_error(subject.program + " failed");
 }
 
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
-
-bool isMet(const char* what, double value, double limit) {
-    const bool met = value <= limit;
-    std::printf("%-4s %s %.3g, at most %.3g\n", met ? "ok" : "OVER", what, value, limit);
-    return met;
-}
-
 /// The largest resident size, asked for by the command that the helper wraps, when its own work is done.
 double residentBytes(const std::string& helper, const std::string& document) {
     const std::string command =
@@ -80,8 +70,7 @@ void write(const std::string& file, const std::string& text) {
 } // namespace
 
 int main(int /*argc*/, char** argv) {
-    const std::string name = argv[0];
-    const std::string helper = name.substr(0, name.find_last_of('/') + 1) + "brindlewick-statusline";
+    const std::string helper = Bench::programBeside(argv[0], "brindlewick-statusline");
     const Bench::TemporaryTree tree({.bytes = 1});
     const std::filesystem::path home = tree.projects();
     const std::string document = home / "document.json";
@@ -99,11 +88,12 @@ int main(int /*argc*/, char** argv) {
         for (Subject* subject : {&nothing, &whole, &withoutFile}) runOnce(*subject, environment.data());
     }
     setenv("HOME", home.c_str(), 1);
-    const double measure = median(nothing.seconds);
+    const double measure = Bench::median(nothing.seconds);
     const std::array<bool, 3> met{
-        isMet("helper / true", median(whole.seconds) / measure, 2.0),
-        isMet("helper without a file to write / true", median(withoutFile.seconds) / measure, 1.3),
-        isMet("resident bytes of the helper", residentBytes(helper, document), memoryLimit),
+        Bench::isMet({"helper", Bench::median(whole.seconds) / measure, "times true", 2.0}),
+        Bench::isMet(
+            {"helper without a file to write", Bench::median(withoutFile.seconds) / measure, "times true", 1.3}),
+        Bench::isMet({"resident memory of the helper", residentBytes(helper, document) / 1e6, "MB", memoryLimit / 1e6}),
     };
     return std::ranges::all_of(met, std::identity()) ? 0 : 1;
 }

@@ -1,7 +1,6 @@
 // What a snapshot of a user's whole history costs, in passes over it, and how that grows.
 
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <map>
 #include <random>
@@ -11,6 +10,7 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include "Support/Figures.h"
 #include "Support/Ratios.h"
 #include "UsageEngine/Aggregator.h"
 
@@ -87,10 +87,7 @@ bool memoryIsBounded(const std::vector<UsageEvent>& events, const std::function<
     const double before = Bench::peakMemory();
     snapshot();
     const double perTurn = (Bench::peakMemory() - before) / static_cast<double>(events.size());
-    const bool met = perTurn <= bytesPerTurn;
-    std::printf("%-4s a snapshot takes %.1f bytes a turn at its peak, at most %.0f\n", met ? "ok" : "OVER", perTurn,
-                bytesPerTurn);
-    return met;
+    return Bench::isMet({"peak memory of a snapshot", perTurn, "bytes a turn", bytesPerTurn});
 }
 
 } // namespace

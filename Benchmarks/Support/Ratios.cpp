@@ -6,6 +6,8 @@
 #include <map>
 #include <optional>
 
+#include "Support/Figures.h"
+
 #include <benchmark/benchmark.h>
 
 namespace Bench {
@@ -56,11 +58,8 @@ bool isMet(const Target& target, const BestTimes& times) {
     if (!subject || !measure) return true;
     const bool isRatio = !target.measures.empty();
     const double value = isRatio ? *subject / *measure : *subject;
-    const std::string unit = isRatio ? "times " + joined(target.measures) : "s";
-    const bool met = value <= target.limit;
-    std::printf("%-4s %s takes %.3g %s, at most %.3g\n", met ? "ok" : "OVER", target.subject.c_str(), value,
-                unit.c_str(), target.limit);
-    return met;
+    if (!isRatio) return isMet(Figure{target.subject, value * 1e3, "ms", target.limit * 1e3});
+    return isMet(Figure{target.subject, value, "times " + joined(target.measures), target.limit});
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include "SampleHome/SampleHome.h"
 #include "UsageIngest/LogDiscovery.h"
+#include "UsageIngest/SQLiteDB.h"
 
 namespace Bench {
 
@@ -21,8 +22,7 @@ std::filesystem::path newFolder() {
 } // namespace
 
 TemporaryTree::TemporaryTree(const Wish& wish) : folder_(newFolder()) {
-    constexpr double now = 1'790'000'000;
-    SampleHome::makeSampleHome({.home = folder_ / "home", .bytes = wish.bytes, .now = now, .files = wish.files});
+    SampleHome::makeSampleHome({.home = home(), .bytes = wish.bytes, .now = wish.now, .files = wish.files});
 }
 
 TemporaryTree::~TemporaryTree() {
@@ -36,6 +36,16 @@ std::vector<std::filesystem::path> TemporaryTree::logs() const {
 
 void TemporaryTree::forgetImport() const {
     std::filesystem::remove_all(database().parent_path());
+}
+
+void multiplyTurns(const std::filesystem::path& database, std::size_t count) {
+    UsageIngest::SQLiteDB db(database.native());
+    db.exec("CREATE TEMP TABLE sample AS SELECT * FROM usage_event;");
+    db.exec(
+        "BEGIN; WITH RECURSIVE copy(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM copy WHERE n<1000) INSERT INTO usage_event"
+        " SELECT ts-n*4000000.0,session_id||n,file_path,model,model_class,input,output,cache_creation,cache_read,effort"
+        " FROM copy, sample LIMIT " +
+        std::to_string(count) + " - (SELECT COUNT(*) FROM usage_event); COMMIT;");
 }
 
 void shell(const std::string& command, const std::filesystem::path& tree) {

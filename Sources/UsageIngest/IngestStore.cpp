@@ -179,6 +179,10 @@ EventList IngestStore::allEvents() {
     return cache_.all(db_);
 }
 
+void IngestStore::releaseMemory() {
+    db_.exec("PRAGMA shrink_memory;");
+}
+
 std::vector<Anchor> IngestStore::anchors() {
     SQLiteStmt rows = db_.prepare("SELECT ts,source,window,kind,used_fraction,resets_at FROM anchor ORDER BY ts;");
     std::vector<Anchor> anchors;

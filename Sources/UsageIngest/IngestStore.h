@@ -61,6 +61,9 @@ public:
     [[nodiscard]] EventList allEvents();
     /// The limit messages by time; rows that cannot be understood are left out.
     [[nodiscard]] std::vector<UsageModel::Anchor> anchors();
+
+    /// Gives back the memory in which pages of the database are kept; what needs them reads them again.
+    void releaseMemory();
     [[nodiscard]] Span eventSpan();
 
     /// Reads what is new in each file since the last sync, in one transaction: where anything but the storing of a

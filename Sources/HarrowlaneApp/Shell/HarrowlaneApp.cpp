@@ -17,6 +17,9 @@ namespace HarrowlaneApp {
 
 namespace {
 
+// By then the panel has its image, for which it asks the same thread; and nobody has clicked on it yet.
+constexpr std::chrono::milliseconds popoverDelay(300);
+
 UsageStore::World worldOf(const HarrowlaneApp::Surroundings& given) {
     UsageStore::World world = given.world;
     world.alertSettings = [&preferences = given.preferences] {
@@ -56,7 +59,7 @@ HarrowlaneApp::HarrowlaneApp(Surroundings surroundings)
     installAccessibility();
     appearanceController_.applicationDidFinishLaunching();
     connectItem();
-    QTimer::singleShot(0, this, [this] { (void)popover(); });
+    QTimer::singleShot(popoverDelay, this, [this] { (void)popover(); });
 }
 
 HarrowlaneApp::~HarrowlaneApp() = default;

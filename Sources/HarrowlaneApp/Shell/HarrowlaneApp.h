@@ -48,7 +48,7 @@ public:
 
     [[nodiscard]] UsageStore& store() { return store_; }
 
-    /// Made once the event loop has a moment, so that the first click need not wait for it; here at the latest.
+    /// Made a moment after the start, so that the first click need not wait for it; here at the latest.
     [[nodiscard]] PopoverWindow& popover();
     /// The other two are made when they are first wanted, and kept.
     [[nodiscard]] DashboardView& dashboard();

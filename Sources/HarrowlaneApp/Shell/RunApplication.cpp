@@ -2,14 +2,17 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QSessionManager>
 
 #include "HarrowlaneApp/Platform/ApplicationBundle.h"
 #include "HarrowlaneApp/Platform/Desktop.h"
 #include "HarrowlaneApp/Shell/HarrowlaneApp.h"
 #include "HarrowlaneApp/Store/DemoGauge.h"
+#include "HarrowlaneApp/Store/Memory.h"
 
 namespace HarrowlaneApp {
 
@@ -28,7 +31,11 @@ int runApplication(int argc, char** argv) {
         return 0;
     }
     Desktop::leaveBusToSession();
+    Memory::holdLittle();
     QApplication application(argc, argv);
+    // The first image has a figure, and finding fonts takes longer than all else before it. Who wants one waits for
+    // Qt's lock.
+    const std::jthread fonts([] { (void)QFontDatabase::families(); });
     QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);
     // Whether it starts at login is its own switch's to say, not a restored session's.

@@ -13,7 +13,12 @@ public:
     Files discover() override { return logs_.discover(); }
     UsageIngest::SyncStats sync(const Files& files) override { return store_.sync(files); }
     UsageIngest::EventList allEvents() override { return store_.allEvents(); }
-    std::vector<UsageModel::Anchor> anchors() override { return store_.anchors(); }
+    std::vector<UsageModel::Anchor> anchors() override {
+        auto anchors = store_.anchors();
+        // The last thing that a run asks for; the next one comes much later.
+        store_.releaseMemory();
+        return anchors;
+    }
 
 private:
     UsageIngest::LogDiscovery logs_;

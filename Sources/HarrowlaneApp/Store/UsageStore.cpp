@@ -2,8 +2,11 @@
 
 #include <utility>
 
+#include <QTimer>
+
 #include "HarrowlaneApp/Store/BundledShim.h"
 #include "HarrowlaneApp/Store/DemoGauge.h"
+#include "HarrowlaneApp/Store/Memory.h"
 #include "HarrowlaneApp/Store/Suspending.h"
 
 namespace HarrowlaneApp {
@@ -18,8 +21,17 @@ void keepOneThread(QThreadPool& pool, QThread::Priority priority) {
     pool.setThreadPriority(priority);
 }
 
-Readiness readinessOf(const Records::Files& files, const UsageIngest::EventList& events) {
-    if (files.empty()) return Readiness::noLogsFound;
+enum class LogsThere { none, some };
+
+/// The list of files never leaves the records' thread: thousands of paths take long to copy, and even to free.
+LogsThere syncAll(Records& records) {
+    const Records::Files files = records.discover();
+    records.sync(files);
+    return files.empty() ? LogsThere::none : LogsThere::some;
+}
+
+Readiness readinessOf(LogsThere logs, const UsageIngest::EventList& events) {
+    if (logs == LogsThere::none) return Readiness::noLogsFound;
     return events->empty() ? Readiness::noUsageYet : Readiness::ready;
 }
 
@@ -68,7 +80,8 @@ void UsageStore::setSampleSnapshot(std::optional<UsageSnapshot> sample) {
 
 void UsageStore::start() {
     if (!world_) return;
-    loop(++loopTurn_);
+    isOpening_ = true;
+    QTimer::singleShot(0, this, [this, turn = ++loopTurn_] { loop(turn); });
 }
 
 void UsageStore::startGaugeWatch() {
@@ -93,7 +106,6 @@ QCoro::Task<> UsageStore::openRecords() {
     const auto open = [paths = world_->paths, openRecords = world_->openRecords] {
         return std::shared_ptr<Records>(openRecords(paths));
     };
-    isOpening_ = true;
     try {
         records_ = co_await onPool(this, recordsPool_, open);
     } catch (const std::exception& error) {
@@ -126,24 +138,24 @@ QCoro::Task<> UsageStore::runRefresh() {
 QCoro::Task<> UsageStore::runSteps() {
     const std::shared_ptr<Records> records = records_;
     if (!records) co_return;
-    const auto discover = [records] { return records->discover(); };
-    const auto files = co_await onPool(this, recordsPool_, discover);
-    const auto sync = [records, files] { return records->sync(files); };
-    co_await onPool(this, recordsPool_, sync);
+    const auto sync = [records] { return syncAll(*records); };
+    const LogsThere logs = co_await onPool(this, recordsPool_, sync);
     const auto allEvents = [records] { return records->allEvents(); };
     const auto events = co_await onPool(this, recordsPool_, allEvents);
-    set(readiness_, readinessOf(files, events), &UsageStore::readinessChanged);
+    set(readiness_, readinessOf(logs, events), &UsageStore::readinessChanged);
 
     const auto allAnchors = [records] { return records->anchors(); };
     const auto anchors = co_await onPool(this, recordsPool_, allAnchors);
     const auto aggregate = [aggregator = aggregator_, clock = world_->clock, events, anchors, gauge = gaugeForRun(),
                             held = heldSessionCap_] {
-        return aggregator.snapshot({.events = *events,
-                                    .anchors = anchors,
-                                    .gauge = gauge,
-                                    .now = clock->now(),
-                                    .ingest = UsageModel::IngestProgress::idle(),
-                                    .heldSessionCap = held});
+        UsageSnapshot made = aggregator.snapshot({.events = *events,
+                                                  .anchors = anchors,
+                                                  .gauge = gauge,
+                                                  .now = clock->now(),
+                                                  .ingest = UsageModel::IngestProgress::idle(),
+                                                  .heldSessionCap = held});
+        Memory::giveBack();
+        return made;
     };
     UsageSnapshot snapshot = co_await onPool(this, enginePool_, aggregate);
     // A cap that was learnt must not vanish while the gauge stands still.

@@ -78,7 +78,8 @@ public:
     /// A refresh that the user asked for is under way.
     [[nodiscard]] bool isRefreshing() const { return isRefreshing_; }
 
-    /// Begins the loop, in the place of one that runs. Does nothing in a preview.
+    /// Begins the loop, in the place of one that runs; not before the event loop has a moment, so that what is built
+    /// around the store, such as the status item's first image, waits for nothing. Does nothing in a preview.
     void start();
     /// Asks for a run; one that is asked for during a run follows it, however often.
     QCoro::Task<> refresh();

@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Views/DashboardView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -45,14 +46,16 @@ DashboardView::DashboardView(const ApplicationLook& look, Surroundings surroundi
     column->addWidget(tabs_, 0, Qt::AlignHCenter);
     column->addWidget(pages_, 1);
 
-    connect(tabs_, &DashboardTabs::currentChanged, pages_,
-            [this](DashboardTabs::Tab tab) { pages_->setCurrentIndex(static_cast<int>(tab)); });
+    connect(tabs_, &DashboardTabs::currentChanged, this, [this](DashboardTabs::Tab tab) {
+        freshen();
+        pages_->setCurrentIndex(static_cast<int>(tab));
+    });
     connect(week_, &WeekTab::chosen, this, &DashboardView::setChoice);
     connect(week_, &WeekTab::openSettings, this, &DashboardView::openSettings);
-    connect(&given_.store, &UsageStore::snapshotChanged, this, &DashboardView::showSnapshot);
-    connect(&given_.store, &UsageStore::sampleSnapshotChanged, this, &DashboardView::showSnapshot);
-    connect(&given_.store, &UsageStore::readinessChanged, this, &DashboardView::showWeek);
-    showSnapshot();
+    connect(&given_.store, &UsageStore::snapshotChanged, this, &DashboardView::follow);
+    connect(&given_.store, &UsageStore::sampleSnapshotChanged, this, &DashboardView::follow);
+    connect(&given_.store, &UsageStore::readinessChanged, this, &DashboardView::follow);
+    freshen();
 }
 
 /// The content in the middle of what scrolls.
@@ -75,10 +78,25 @@ const UsageModel::UsageSnapshot& DashboardView::snapshot() const {
     return sample ? *sample : given_.store.snapshot();
 }
 
-void DashboardView::showSnapshot() {
-    showWeek();
-    models_->setModels(snapshot().models);
-    history_->setDays(snapshot().calendar, given_.calendar);
+void DashboardView::follow() {
+    isStale_.fill(true);
+    if (isVisible()) freshen();
+}
+
+/// Nobody looks at the other tabs, nor at any while the window is hidden: each is brought up to date when it is shown.
+void DashboardView::freshen() {
+    const DashboardTabs::Tab tab = tabs_->current();
+    if (!std::exchange(isStale_.at(static_cast<std::size_t>(tab)), false)) return;
+    switch (tab) {
+    case DashboardTabs::Tab::week: return showWeek();
+    case DashboardTabs::Tab::models: return models_->setModels(snapshot().models);
+    case DashboardTabs::Tab::history: return history_->setDays(snapshot().calendar, given_.calendar);
+    }
+}
+
+void DashboardView::showEvent(QShowEvent* event) {
+    freshen();
+    GroundView::showEvent(event);
 }
 
 void DashboardView::showWeek() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "HarrowlaneApp/Store/UsageStore.h"
 #include "HarrowlaneApp/Views/CalendarView.h"
 #include "HarrowlaneApp/Views/DashboardTabs.h"
@@ -36,14 +38,20 @@ Q_SIGNALS:
     /// The user wants to see the settings.
     void openSettings();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QWidget* page(QWidget* content);
     [[nodiscard]] const UsageModel::UsageSnapshot& snapshot() const;
-    void showSnapshot();
+    void follow();
+    void freshen();
     void showWeek();
 
     Surroundings given_;
     UsageModel::ModelAndEffort choice_;
+    /// Which tabs show less than the store knows.
+    std::array<bool, 3> isStale_{true, true, true};
     DashboardTabs* tabs_;
     QStackedWidget* pages_;
     WeekTab* week_;

@@ -118,11 +118,16 @@ void NowView::watchStore() {
     const UsageStore& store = setting_.store;
     for (auto changed : {&UsageStore::snapshotChanged, &UsageStore::lastErrorChanged, &UsageStore::readinessChanged,
                          &UsageStore::sampleSnapshotChanged, &UsageStore::installStateChanged}) {
-        connect(&store, changed, this, &NowView::read);
+        connect(&store, changed, this, &NowView::follow);
     }
     connect(&store, &UsageStore::isRefreshingChanged, this,
             [this] { footer_->setRefreshing(setting_.store.isRefreshing()); });
     connect(&setting_.look, &ApplicationLook::changed, this, [this] { update(); });
+}
+
+/// While it is hidden nobody looks: it reads when it is shown.
+void NowView::follow() {
+    if (isVisible()) read();
 }
 
 void NowView::showSample() {

@@ -46,7 +46,7 @@ public:
     /// Its natural size: with less height the cards scroll.
     [[nodiscard]] QSize sizeHint() const override;
 
-    /// Reads store and clock again. It does so by itself whenever the store changes, or it is shown.
+    /// Reads store and clock again. It does so by itself when it is shown, and while it is, whenever the store changes.
     void read();
 
 Q_SIGNALS:
@@ -64,6 +64,7 @@ protected:
 private:
     void buildCards();
     void watchStore();
+    void follow();
     void connectControls();
     void readCards(const UsageModel::UsageSnapshot& snapshot);
     void readWindow(WindowCard& card, const NowTexts::WindowCardQuestion& question);

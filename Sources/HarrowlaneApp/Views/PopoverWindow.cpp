@@ -76,6 +76,7 @@ void PopoverWindow::open(const QPoint& click) {
     pressedBesideAt_.reset();
     // No ring is left of the last visit, and Tab begins at the first control.
     setFocus();
+    view_->read();
     fit();
     show();
     activateWindow();
@@ -85,6 +86,7 @@ void PopoverWindow::standOnDesktop() {
     if (!standsOnDesktop()) {
         setWindowFlags(windowKind);
         view_->setCorners(NowView::Corners::square);
+        view_->read();
         fit();
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);

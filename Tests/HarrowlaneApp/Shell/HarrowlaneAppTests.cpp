@@ -39,6 +39,7 @@ protected:
         std::make_shared<::HarrowlaneApp::FakeRecords::Shelf>();
     ::HarrowlaneApp::FakeNotificationService notifications_;
     ::HarrowlaneApp::FakeStatusItem item_;
+    qsizetype facesAtOpening_ = -1;
     ::HarrowlaneApp::FakePreferences preferences_;
     ::HarrowlaneApp::FakeDesktopAppearance appearance_;
     ::HarrowlaneApp::FakeAutostart autostart_;
@@ -46,7 +47,11 @@ protected:
         .world = {.paths = UsageModel::AppPaths(home_.path()),
                   .calendar = UsageModel::Calendar::utc(),
                   .clock = clock_,
-                  .openRecords = [this](const auto&) { return std::make_unique<::HarrowlaneApp::FakeRecords>(shelf_); },
+                  .openRecords =
+                      [this](const auto&) {
+                          facesAtOpening_ = item_.faces.size();
+                          return std::make_unique<::HarrowlaneApp::FakeRecords>(shelf_);
+                      },
                   .notifications = notifications_},
         .item = item_,
         .preferences = preferences_,
@@ -60,6 +65,11 @@ TEST_F(Application, IsInThePanelAtOnceAndShowsNoWindow) {
     EXPECT_EQ(item_.faces.size(), 1);
     ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return published_ == 1; }));
     for (const QWidget* window : QApplication::topLevelWidgets()) EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(Application, IsInThePanelBeforeItOpensTheRecords) {
+    ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return published_ == 1; }));
+    EXPECT_EQ(facesAtOpening_, 1);
 }
 
 TEST_F(Application, OpensThePopoverAtTheClickAndClosesItAtTheNext) {

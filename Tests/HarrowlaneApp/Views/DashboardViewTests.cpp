@@ -75,6 +75,21 @@ TEST_F(Dashboard, ASampleTakesTheSnapshotsPlace) {
     EXPECT_EQ(textOf(*view, "weekEmptyText"), "The week view needs at least a little history to draw from.");
 }
 
+TEST_F(Dashboard, TouchesNothingThatIsNotInSight) {
+    open({.snapshot = withoutGauge()});
+    const auto headline = [&] { return find<HUDLabel>(*view, "weekHeadline").text(); };
+    const QString before = headline();
+    view->hide();
+    store->setSampleSnapshot(sample);
+    EXPECT_EQ(headline(), before) << "the window is hidden";
+    view->tabs().setCurrent(DashboardTabs::Tab::models);
+    view->show();
+    EXPECT_EQ(headline(), before) << "another tab is in front";
+    view->tabs().setCurrent(DashboardTabs::Tab::week);
+    EXPECT_NE(headline(), before);
+    EXPECT_EQ(chip(), "Sample data");
+}
+
 TEST_F(Dashboard, SaysThatItIsStillReading) {
     open({.snapshot = UsageSnapshot::warmingUp(thursday), .readiness = Readiness::warmingUp});
     EXPECT_EQ(textOf(*view, "weekEmptyText"), "Reading your usage history");

@@ -29,7 +29,11 @@ struct NowScene {
                 .sampleWeek = HarrowlaneApp::PreviewData::overPace};
     }
 
-    void show() const { ViewTests::show(*view, view->sizeHint()); }
+    /// As its window does it.
+    void show() const {
+        view->read();
+        ViewTests::show(*view, view->sizeHint());
+    }
 
     [[nodiscard]] QWidget& part(const char* name) const { return find<QWidget>(*view, name); }
     [[nodiscard]] bool shows(const char* name) const { return part(name).isVisibleTo(view.get()); }

@@ -165,8 +165,17 @@ TEST(NowView, HasNoChipWithoutABindingMeter) {
 
 TEST(NowView, FollowsTheStoreWhileASampleHidesIt) {
     const NowScene scene({.snapshot = ViewTests::calm(), .sample = ViewTests::overPace()});
+    scene.show();
     EXPECT_EQ(scene.text("adviceTitle"), "Route the rest to Sonnet");
     scene.store->setSampleSnapshot(std::nullopt);
+    EXPECT_EQ(scene.text("adviceTitle"), "Room to raise effort to X-High");
+}
+
+TEST(NowView, ReadsNothingWhileItIsHidden) {
+    const NowScene scene({.snapshot = ViewTests::calm(), .sample = ViewTests::overPace()});
+    scene.store->setSampleSnapshot(std::nullopt);
+    EXPECT_EQ(find<HUDLabel>(*scene.view, "adviceTitle").text(), QStringLiteral("Route the rest to Sonnet"));
+    scene.show();
     EXPECT_EQ(scene.text("adviceTitle"), "Room to raise effort to X-High");
 }
 
@@ -176,6 +185,7 @@ TEST(NowView, TellsWhenItsNumbersAreFrom) {
 
 TEST(NowView, TellsAFailureInItsFooter) {
     const NowScene scene({.snapshot = ViewTests::overPace()});
+    scene.show();
     scene.store->installShim(); // a preview has no helper to install
     EXPECT_THAT(scene.text("footerLine"), testing::StartsWith("Shim not found"));
     EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").textStyle().color, &Palette::warn);

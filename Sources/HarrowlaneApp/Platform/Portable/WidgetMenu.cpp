@@ -20,26 +20,41 @@ bool sameIds(const QList<MenuEntry>& left, const QList<MenuEntry>& right) {
 
 } // namespace
 
-WidgetMenu::WidgetMenu(QObject* parent) : QObject(parent), menu_(std::make_unique<QMenu>()) {}
+WidgetMenu::WidgetMenu(QObject* parent) : QObject(parent) {}
 
 WidgetMenu::~WidgetMenu() = default;
 
 void WidgetMenu::setEntries(const QList<MenuEntry>& entries) {
-    if (!sameIds(entries, entries_)) build(entries);
-    const QList<QAction*> actions = menu_->actions();
-    for (qsizetype index = 0; index < entries.size(); ++index) {
-        if (!entries[index].id.isEmpty()) apply(entries[index], *actions[index]);
-    }
+    const bool isOther = !sameIds(entries, entries_);
     entries_ = entries;
+    if (!menu_) return;
+    if (isOther) build();
+    applyEntries();
+}
+
+QMenu* WidgetMenu::menu() {
+    if (!menu_) {
+        menu_ = std::make_unique<QMenu>();
+        build();
+        applyEntries();
+    }
+    return menu_.get();
 }
 
 void WidgetMenu::popUp(const QPoint& place) {
-    menu_->popup(place);
+    menu()->popup(place);
 }
 
-void WidgetMenu::build(const QList<MenuEntry>& entries) {
+void WidgetMenu::applyEntries() {
+    const QList<QAction*> actions = menu_->actions();
+    for (qsizetype index = 0; index < entries_.size(); ++index) {
+        if (!entries_[index].id.isEmpty()) apply(entries_[index], *actions[index]);
+    }
+}
+
+void WidgetMenu::build() {
     menu_->clear();
-    for (const MenuEntry& entry : entries) {
+    for (const MenuEntry& entry : entries_) {
         if (entry.id.isEmpty()) {
             menu_->addSeparator();
             continue;

@@ -19,16 +19,17 @@ public:
     /// An open menu stays open.
     void setEntries(const QList<MenuEntry>& entries);
     void popUp(const QPoint& place);
-    /// Never null.
-    [[nodiscard]] QMenu* menu() const { return menu_.get(); }
+    /// Never null. Made when it is first wanted: a panel's own menu is the rule, and a widget looks for fonts.
+    [[nodiscard]] QMenu* menu();
 
 Q_SIGNALS:
     void entryChosen(const QString& id);
 
 private:
-    void build(const QList<MenuEntry>& entries);
+    void build();
+    void applyEntries();
 
-    // A widget, and so not this object's child.
+    // A widget, and so not this object's child. Null until it is wanted.
     std::unique_ptr<QMenu> menu_;
     QList<MenuEntry> entries_;
 };

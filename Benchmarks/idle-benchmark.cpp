@@ -1,0 +1,121 @@
+// What the program takes while there is nothing new: wake-ups between refreshes, processor, memory.
+//
+// idle-benchmark   BENCHMARK_SECONDS sets for how long it is watched, 120 otherwise.
+
+#include <chrono>
+#include <cstdlib>
+#include <optional>
+#include <stdexcept>
+
+#include <QCoreApplication>
+
+#include "HarrowlaneApp/Store/UsageStore.h"
+#include "Support/Figures.h"
+#include "Support/PrivateDesktop.h"
+#include "Support/Processes.h"
+#include "Support/UsersHome.h"
+
+namespace {
+
+using HarrowlaneApp::ChildProcess;
+using HarrowlaneApp::UsageStore;
+using Clock = std::chrono::steady_clock;
+
+constexpr double wakeUpsASecond = 0.1;
+constexpr double percentOfACore = 0.3;
+constexpr double timesBareApplication = 1.8;
+/// The first run, and what starts with it.
+constexpr double settlingSeconds = 20.0;
+constexpr double sampleSeconds = 0.5;
+/// A refresh is through by then; and the next has not begun.
+constexpr double restBegins = 3.0;
+constexpr double restEnds = UsageStore::periodSeconds - 2.0;
+/// So many wake-ups within one sample are a refresh.
+constexpr std::int64_t refreshWakeUps = 8;
+
+void rest(double seconds) {
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    while (Clock::now() < end) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
+    }
+}
+
+double wishedSeconds() {
+    const char* text = std::getenv("BENCHMARK_SECONDS");
+    return text != nullptr ? std::strtod(text, nullptr) : 120.0;
+}
+
+/// The wake-ups of a process, and those of them that are not in a refresh.
+class WakeUps {
+public:
+    explicit WakeUps(pid_t process) : process_(process), last_(Bench::useOf(process)) {}
+
+    void sample() {
+        const auto start = Clock::now();
+        rest(sampleSeconds);
+        const Bench::ProcessUse now = Bench::useOf(process_);
+        const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+        const std::int64_t woken = Bench::wakeUpsBetween(last_, now);
+        last_ = now;
+        all_ += woken;
+        sinceRefresh_ = woken >= refreshWakeUps ? 0.0 : sinceRefresh_ + seconds;
+        if (sinceRefresh_ < restBegins || sinceRefresh_ > restEnds) return;
+        resting_ += woken;
+        restSeconds_ += seconds;
+    }
+
+    [[nodiscard]] std::int64_t all() const { return all_; }
+    [[nodiscard]] double aSecondOfRest() const {
+        if (restSeconds_ == 0.0) throw std::runtime_error("there was no rest between refreshes");
+        return static_cast<double>(resting_) / restSeconds_;
+    }
+
+private:
+    pid_t process_;
+    Bench::ProcessUse last_;
+    double sinceRefresh_ = 0.0;
+    std::int64_t all_ = 0;
+    std::int64_t resting_ = 0;
+    double restSeconds_ = 0.0;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const Bench::UsersHome home(argv[0]);
+    Bench::PrivateDesktop desktop;
+    const HarrowlaneApp::StubWatcher panel(desktop.bus().connect());
+    const auto startOf = [&](const char* name, const QStringList& arguments) {
+        return ChildProcess::Start{.program = QString::fromStdString(Bench::programBeside(argv[0], name)),
+                                   .arguments = arguments,
+                                   .variables = desktop.variables(home.paths().home())};
+    };
+    const ChildProcess bare(startOf("empty-tray", {"--bare"}));
+    const ChildProcess program(startOf("Brindlewick", {}));
+    rest(settlingSeconds);
+    if (!program.isRunning()) throw std::runtime_error("the program has ended");
+
+    const auto process = static_cast<pid_t>(program.processId());
+    const Bench::ProcessUse before = Bench::useOf(process);
+    const auto start = Clock::now();
+    const auto secondsPassed = [&] { return std::chrono::duration<double>(Clock::now() - start).count(); };
+    WakeUps wakeUps(process);
+    while (secondsPassed() < wishedSeconds()) wakeUps.sample();
+    const double cpuSeconds = Bench::useOf(process).cpuSeconds - before.cpuSeconds;
+
+    const double resident =
+        Bench::residentBytes(process) - Bench::bytesATurn * static_cast<double>(Bench::UsersHome::turns);
+    const double measure = Bench::residentBytes(static_cast<pid_t>(bare.processId()));
+    std::printf("%12.4f wake-ups a second, refreshes included\n%12.4f MB  program\n%12.4f MB  bare_application\n",
+                static_cast<double>(wakeUps.all()) / secondsPassed(), Bench::residentBytes(process) / 1e6,
+                measure / 1e6);
+    const std::array<bool, 3> met{
+        Bench::isMet({"wake-ups between refreshes", wakeUps.aSecondOfRest(), "a second", wakeUpsASecond}),
+        Bench::isMet(
+            {"processor while nothing is new", cpuSeconds / secondsPassed() * 100.0, "% of a core", percentOfACore}),
+        Bench::isMet({"resident memory without 80 bytes a turn", resident / measure, "times a bare application",
+                      timesBareApplication}),
+    };
+    return std::ranges::all_of(met, std::identity()) ? 0 : 1;
+}

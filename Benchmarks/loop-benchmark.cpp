@@ -1,0 +1,164 @@
+// How long a run holds up the main thread, and how much memory the program takes with all its windows open.
+//
+// What counts is the longest single thing that the event loop does, in the median of many runs: a click waits no longer
+// than that. Time in which other programs held the processor is left out.
+
+#include <chrono>
+#include <fstream>
+#include <stdexcept>
+
+#include <QApplication>
+
+#include "HarrowlaneApp/Platform/Desktop.h"
+#include "HarrowlaneApp/Platform/Display/Panel.h"
+#include "HarrowlaneApp/Shell/HarrowlaneApp.h"
+#include "HarrowlaneApp/Store/Memory.h"
+#include "Support/Figures.h"
+#include "Support/PrivateDesktop.h"
+#include "Support/Processes.h"
+#include "Support/UsersHome.h"
+
+namespace {
+
+namespace Desktop = HarrowlaneApp::Desktop;
+using Program = HarrowlaneApp::HarrowlaneApp;
+
+constexpr int runs = 30;
+constexpr double secondsAtMost = 0.008;
+constexpr double timesBareApplication = 2.5;
+constexpr QPoint place(600, 10);
+
+/// How long this thread has waited for a processor that others held, seconds: no work of the program.
+double secondsInQueue() {
+    double onProcessor = 0.0;
+    double waiting = 0.0;
+    std::ifstream("/proc/thread-self/schedstat") >> onProcessor >> waiting;
+    return waiting * 1e-9;
+}
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count() -
+           secondsInQueue();
+}
+
+/// Knows how long its longest event took, with all that followed from it.
+class TimedApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        if (depth_ > 0) return QApplication::notify(receiver, event);
+        ++depth_;
+        const double start = secondsNow();
+        const bool accepted = QApplication::notify(receiver, event);
+        longest_ = std::max(longest_, secondsNow() - start);
+        --depth_;
+        return accepted;
+    }
+
+    /// Since the last call, seconds.
+    double takeLongest() { return std::exchange(longest_, 0.0); }
+
+private:
+    int depth_ = 0;
+    double longest_ = 0.0;
+};
+
+/// All that `runApplication` gives the program.
+struct Surroundings {
+    std::unique_ptr<HarrowlaneApp::StatusItem> item = Desktop::makeStatusItem();
+    std::unique_ptr<HarrowlaneApp::NotificationService> notifications = Desktop::makeNotificationService(*item);
+    std::unique_ptr<HarrowlaneApp::Preferences> preferences = Desktop::makePreferences();
+    std::unique_ptr<HarrowlaneApp::DesktopAppearance> appearance = Desktop::makeAppearance();
+    std::unique_ptr<HarrowlaneApp::Autostart> autostart = Desktop::makeAutostart();
+
+    [[nodiscard]] Program::Surroundings on(const UsageModel::AppPaths& paths) const {
+        return {.world = {.paths = paths, .notifications = *notifications},
+                .item = *item,
+                .preferences = *preferences,
+                .appearance = *appearance,
+                .autostart = *autostart};
+    }
+};
+
+class Scene {
+public:
+    Scene(TimedApplication& application, const UsageModel::AppPaths& paths)
+        : application_(application),
+          program_(surroundings_.on(paths)) {
+        QObject::connect(&program_.store(), &HarrowlaneApp::UsageStore::snapshotPublished, [this] { ++published_; });
+        wait([this] { return published_ > 0; });
+        settle();
+    }
+
+    Program& program() { return program_; }
+
+    /// The median over many runs of the longest hold-up in each, seconds.
+    double holdUp() {
+        std::vector<double> longest;
+        for (int run = 0; run < runs; ++run) {
+            application_.takeLongest();
+            const int before = published_;
+            program_.store().refresh();
+            wait([&] { return published_ > before; });
+            settle();
+            longest.push_back(application_.takeLongest());
+        }
+        return Bench::median(longest);
+    }
+
+    /// Until what the run has brought is drawn.
+    static void settle() {
+        for (int round = 0; round < 10; ++round) QApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+
+private:
+    static void wait(const std::function<bool()>& condition) {
+        if (!HarrowlaneApp::becomes(condition)) throw std::runtime_error("no run comes to its end");
+    }
+
+    TimedApplication& application_;
+    Surroundings surroundings_;
+    Program program_;
+    int published_ = 0;
+};
+
+bool isMet(const char* what, double seconds) {
+    return Bench::isMet({what, seconds * 1e3, "ms", secondsAtMost * 1e3});
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const Bench::UsersHome home(argv[0]);
+    HarrowlaneApp::Memory::holdLittle();
+    const Bench::PrivateDesktop desktop;
+    desktop.enter(home.paths().home());
+    const HarrowlaneApp::ChildProcess bare(
+        {.program = QString::fromStdString(Bench::programBeside(argv[0], "empty-tray")),
+         .arguments = {"--bare"},
+         .variables = {}});
+    const HarrowlaneApp::Panel panel;
+    TimedApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (!HarrowlaneApp::becomes(&HarrowlaneApp::Panel::isThere)) throw std::runtime_error("no panel comes");
+
+    Scene scene(application, home.paths());
+    std::vector<bool> met;
+    met.push_back(isMet("hold-up by a run, nothing open", scene.holdUp()));
+    scene.program().popover().open(place);
+    Scene::settle();
+    met.push_back(isMet("hold-up by a run, popover open", scene.holdUp()));
+    scene.program().openDashboard();
+    scene.program().openSettings();
+    Scene::settle();
+    met.push_back(isMet("hold-up by a run, all windows open", scene.holdUp()));
+
+    const double measure = Bench::residentBytes(static_cast<pid_t>(bare.processId()));
+    const double turns = Bench::bytesATurn * static_cast<double>(Bench::UsersHome::turns);
+    const double resident = Bench::residentBytes(getpid());
+    std::printf("%12.4f MB  all_windows\n%12.4f MB  bare_application\n", resident / 1e6, measure / 1e6);
+    met.push_back(Bench::isMet({"resident memory with all windows open, without 80 bytes a turn",
+                                (resident - turns) / measure, "times a bare application", timesBareApplication}));
+    return std::ranges::all_of(met, std::identity()) ? 0 : 1;
+}
