@@ -15,7 +15,6 @@ using UsageModel::Date;
 using UsageModel::ModelClass;
 using UsageModel::SeriesPoint;
 using UsageModel::SessionBar;
-using UsageModel::SessionCapBasis;
 using UsageModel::WeekSeries;
 using Points = std::vector<SeriesPoint>;
 

@@ -10,6 +10,7 @@
 
 #include "HarrowlaneApp/Drawing/IconArt.h"
 #include "HarrowlaneApp/Platform/DesktopDisplay.h"
+#include "HarrowlaneApp/Platform/Later.h"
 #include "HarrowlaneApp/Samples/PreviewData.h"
 #include "HarrowlaneApp/Views/Accessibility.h"
 
@@ -59,7 +60,7 @@ HarrowlaneApp::HarrowlaneApp(Surroundings surroundings)
     installAccessibility();
     appearanceController_.applicationDidFinishLaunching();
     connectItem();
-    QTimer::singleShot(popoverDelay, this, [this] { (void)popover(); });
+    later(*this, popoverDelay, [this] { (void)popover(); });
 }
 
 HarrowlaneApp::~HarrowlaneApp() = default;

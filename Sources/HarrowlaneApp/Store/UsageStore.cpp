@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <QTimer>
-
 #include "HarrowlaneApp/Store/BundledShim.h"
 #include "HarrowlaneApp/Store/DemoGauge.h"
 #include "HarrowlaneApp/Store/Memory.h"
@@ -52,6 +50,8 @@ UsageStore::UsageStore(World world, QObject* parent)
     });
     keepOneThread(recordsPool_, QThread::InheritPriority);
     keepOneThread(enginePool_, QThread::LowPriority);
+    beginning_.setSingleShot(true);
+    connect(&beginning_, &QTimer::timeout, this, [this] { loop(loopTurn_); });
     start();
     startGaugeWatch();
 }
@@ -81,7 +81,8 @@ void UsageStore::setSampleSnapshot(std::optional<UsageSnapshot> sample) {
 void UsageStore::start() {
     if (!world_) return;
     isOpening_ = true;
-    QTimer::singleShot(0, this, [this, turn = ++loopTurn_] { loop(turn); });
+    ++loopTurn_;
+    beginning_.start();
 }
 
 void UsageStore::startGaugeWatch() {

@@ -9,6 +9,7 @@
 #include <QCoroTask>
 #include <QObject>
 #include <QThreadPool>
+#include <QTimer>
 
 #include "HarrowlaneApp/Alerts/NotificationCoordinator.h"
 #include "HarrowlaneApp/Copy/Readiness.h"
@@ -148,6 +149,8 @@ private:
     std::optional<double> heldSessionCap_;
     /// Counts the loops begun: an older one ends when it wakes.
     int loopTurn_ = 0;
+    /// Waits for the event loop's first moment.
+    QTimer beginning_;
 
     /// The only thread that touches the records, and the engine's.
     QThreadPool recordsPool_;
