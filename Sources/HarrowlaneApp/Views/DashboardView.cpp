@@ -26,7 +26,7 @@ constexpr int widestContent = 1320;
 
 DashboardView::DashboardView(const ApplicationLook& look, Surroundings surroundings, QWidget* parent)
     : GroundView(look, parent),
-      given_(std::move(surroundings)),
+      given_(surroundings),
       tabs_(new DashboardTabs(look)),
       pages_(new QStackedWidget),
       week_(new WeekTab(look, given_.calendar)),

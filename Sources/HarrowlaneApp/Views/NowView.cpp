@@ -77,7 +77,7 @@ NowView::NowView(Setting setting, QWidget* parent)
     connectControls();
     watchStore();
     read();
-    resize(sizeHint());
+    resize(NowView::sizeHint());
 }
 
 void NowView::buildCards() {

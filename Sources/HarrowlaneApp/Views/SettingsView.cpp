@@ -74,6 +74,7 @@ void addDivider(QVBoxLayout& column, const ApplicationLook& look) {
 
 std::vector<QString> appearanceLabels() {
     std::vector<QString> labels;
+    labels.reserve(UsageModel::allCases<AppearancePreference>.size());
     for (const auto preference : UsageModel::allCases<AppearancePreference>) labels.push_back(shown(label(preference)));
     return labels;
 }

@@ -104,7 +104,8 @@ int TileRow::heightForWidth(int width) const {
 QRectF TileRow::box(std::size_t index) const {
     const auto count = static_cast<std::size_t>(perRow(width()));
     const double left = static_cast<double>(index % count) * (tileWidth(width()) + gap);
-    const double top = static_cast<double>(index / count) * (tileHeight(width()) + gap);
+    const std::size_t row = index / count;
+    const double top = static_cast<double>(row) * (tileHeight(width()) + gap);
     return {left, top, tileWidth(width()), 1.0 * tileHeight(width())};
 }
 

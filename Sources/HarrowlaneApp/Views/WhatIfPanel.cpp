@@ -40,6 +40,7 @@ HUDFont smallFont() {
 template <typename Value>
 std::vector<ChipButton::Face> facesOf(const std::vector<WhatIfTexts::Chip<Value>>& chips) {
     std::vector<ChipButton::Face> faces;
+    faces.reserve(chips.size());
     for (const auto& chip : chips) {
         faces.push_back({
             .label = QString::fromStdString(chip.label),
