@@ -150,7 +150,7 @@ UsageModel::WeeklyNorm norm() {
 } // namespace
 
 const std::array<Session, 6>& sessions() {
-    using enum SessionCapBasis;
+    using enum UsageModel::SessionCapBasis;
     static constexpr std::array<Session, 6> all{{
         {.secondsBack = 252000, .cost = 0.099, .fill = 0.82, .basis = learnedScale, .mix = {0.52, 0.28, 0.20, 0.0}},
         {.secondsBack = 194400, .cost = 0.120, .fill = 1.00, .basis = ownCeiling, .mix = {0.46, 0.48, 0.06, 0.0}},
