@@ -29,6 +29,10 @@ inline constexpr const char* displayName = "Brindlewick";
 /// another program. Wants no application object: called before there is one.
 void leaveBusToSession();
 
+/// Finds out which fonts there are, which takes as long as all else of a start; Qt need not do it again. From any
+/// thread, and without an application object: while one is made, there is time for it.
+void findFonts();
+
 /// Whether what a window leaves transparent shows what lies below it. It may begin and end at any time.
 [[nodiscard]] bool blendsWindows();
 

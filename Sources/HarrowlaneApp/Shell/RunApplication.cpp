@@ -5,7 +5,6 @@
 #include <thread>
 
 #include <QApplication>
-#include <QFontDatabase>
 #include <QSessionManager>
 
 #include "HarrowlaneApp/Platform/ApplicationBundle.h"
@@ -32,10 +31,9 @@ int runApplication(int argc, char** argv) {
     }
     Desktop::leaveBusToSession();
     Memory::holdLittle();
+    // The first image has a figure.
+    std::jthread fonts(Desktop::findFonts);
     QApplication application(argc, argv);
-    // The first image has a figure, and finding fonts takes longer than all else before it. Who wants one waits for
-    // Qt's lock.
-    const std::jthread fonts([] { (void)QFontDatabase::families(); });
     QApplication::setDesktopFileName(QString::fromUtf8(Desktop::identifier));
     QApplication::setQuitOnLastWindowClosed(false);
     // Whether it starts at login is its own switch's to say, not a restored session's.
@@ -48,6 +46,8 @@ int runApplication(int argc, char** argv) {
     if (claim == SingleInstance::Claim::unanswered) std::puts("another one runs, but does not answer");
     if (claim != SingleInstance::Claim::first) return 0;
 
+    // Who asks while they are being looked for would look for them too.
+    fonts.join();
     const auto item = Desktop::makeStatusItem();
     const auto notifications = Desktop::makeNotificationService(*item);
     const auto preferences = Desktop::makePreferences();

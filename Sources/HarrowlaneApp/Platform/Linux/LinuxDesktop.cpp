@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QFileInfo>
+#include <fontconfig/fontconfig.h>
 
 #include "HarrowlaneApp/Platform/Linux/BootAlarm.h"
 #include "HarrowlaneApp/Platform/Linux/BusInstance.h"
@@ -19,6 +20,11 @@ void leaveBusToSession() {
     if (!qEnvironmentVariableIsEmpty(address)) return;
     const QString usersBus = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
     if (!QFileInfo::exists(usersBus)) qputenv(address, "disabled:");
+}
+
+void findFonts() {
+    // Where this fails, Qt's own search fails too, and says so.
+    (void)FcInit();
 }
 
 QString platformName() {

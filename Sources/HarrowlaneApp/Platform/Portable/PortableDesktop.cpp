@@ -15,6 +15,9 @@ namespace HarrowlaneApp::Desktop {
 
 void leaveBusToSession() {}
 
+// Qt finds them when it first needs one.
+void findFonts() {}
+
 bool hasDisplay() {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
