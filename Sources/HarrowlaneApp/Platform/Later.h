@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <utility>
@@ -18,6 +19,12 @@ inline void later(QObject& context, std::chrono::milliseconds span, std::functio
         what();
     });
     timer->start(span);
+}
+
+/// The same for a span in seconds, no sooner than that; one below zero counts as none.
+inline void later(QObject& context, double seconds, std::function<void()> what) {
+    const std::chrono::duration<double> span(std::max(seconds, 0.0));
+    later(context, std::chrono::ceil<std::chrono::milliseconds>(span), std::move(what));
 }
 
 } // namespace HarrowlaneApp

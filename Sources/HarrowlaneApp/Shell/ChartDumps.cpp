@@ -3,9 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <future>
-#include <system_error>
 
 #include "HarrowlaneApp/Samples/ChartScenarios.h"
 #include "HarrowlaneApp/Shell/ImageFile.h"
@@ -41,12 +39,6 @@ QImage weekImage(const UsageModel::WeekSeries& series, const Calendar& calendar,
     return ViewPictures::onGround(tab, look, padding);
 }
 
-void makeFolder(const std::string& folder) {
-    // Where the folder cannot be made, the files cannot be written either, and say so.
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
-}
-
 UsageSnapshot currentSnapshot(const AppPaths& paths, const Calendar& calendar) {
     const auto records = openRecords(paths);
     records->sync(records->discover());
@@ -63,7 +55,6 @@ UsageSnapshot currentSnapshot(const AppPaths& paths, const Calendar& calendar) {
 } // namespace
 
 void render(const std::string& folder) {
-    makeFolder(folder);
     const Calendar calendar = Calendar::local();
     for (const Scenario& scenario : scenarios()) {
         render({.snapshot = scenario.make(calendar), .name = scenario.name, .calendar = calendar}, folder);
@@ -71,6 +62,7 @@ void render(const std::string& folder) {
 }
 
 void render(const Shown& shown, const std::string& folder) {
+    const ImageFolder images(folder);
     const std::string name(shown.name);
     for (const Scheme& scheme : schemes) {
         if (!shown.snapshot.weekSeries) {
@@ -83,8 +75,7 @@ void render(const Shown& shown, const std::string& folder) {
             std::printf("no image for %s (needs a GUI session)\n", picture.c_str());
             continue;
         }
-        const std::string file = "week-" + picture + ".png";
-        write(image, {.path = (std::filesystem::path(folder) / file).string(), .name = file});
+        images.write(image, "week-" + picture + ".png");
     }
 }
 
@@ -101,7 +92,6 @@ void renderLive(const std::string& folder) {
     const Calendar calendar = Calendar::local();
     const auto snapshot = std::async(std::launch::async, [&] { return liveSnapshot(AppPaths(), calendar); }).get();
     if (!snapshot) return;
-    makeFolder(folder);
     render({.snapshot = *snapshot, .name = "live", .calendar = calendar}, folder);
 }
 

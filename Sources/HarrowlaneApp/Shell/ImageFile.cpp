@@ -2,6 +2,8 @@
 
 #include <cstdio>
 #include <fstream>
+#include <system_error>
+#include <utility>
 
 #include <QBuffer>
 #include <QByteArray>
@@ -38,6 +40,15 @@ void write(const QImage& image, const ImageFile& file) {
     } else {
         std::printf("could not write %s\n", file.name.c_str());
     }
+}
+
+ImageFolder::ImageFolder(std::filesystem::path path) : path_(std::move(path)) {
+    std::error_code ignored;
+    std::filesystem::create_directories(path_, ignored);
+}
+
+void ImageFolder::write(const QImage& image, const std::string& name) const {
+    HarrowlaneApp::write(image, {.path = (path_ / name).string(), .name = name});
 }
 
 } // namespace HarrowlaneApp

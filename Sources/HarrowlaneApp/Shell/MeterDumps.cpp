@@ -1,8 +1,5 @@
 #include "HarrowlaneApp/Shell/MeterDumps.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "HarrowlaneApp/Drawing/IconArt.h"
 #include "HarrowlaneApp/Drawing/MeterStrips.h"
 #include "HarrowlaneApp/Shell/ImageFile.h"
@@ -18,13 +15,8 @@ void MeterArt::dumpMenuBarStrip(const std::string& file, double scale) {
 }
 
 void IconArt::dumpIconset(const std::string& folder) {
-    // Where the folder cannot be made, the files cannot be written either, and say so.
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
-    for (const File& file : iconset()) {
-        const std::string name = file.name.toStdString();
-        write(image(file.side), {.path = (std::filesystem::path(folder) / name).string(), .name = name});
-    }
+    const ImageFolder images(folder);
+    for (const File& file : iconset()) images.write(image(file.side), file.name.toStdString());
 }
 
 } // namespace HarrowlaneApp

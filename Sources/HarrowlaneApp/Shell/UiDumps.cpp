@@ -1,8 +1,6 @@
 #include "HarrowlaneApp/Shell/UiDumps.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "HarrowlaneApp/Platform/Preferences.h"
 #include "HarrowlaneApp/Samples/PreviewData.h"
@@ -128,12 +126,8 @@ UsageSnapshot comfortable(UsageSnapshot snapshot) {
 }
 
 void render(const std::string& folder) {
-    // Where the folder cannot be made, the files cannot be written either, and say so.
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
-    const auto save = [&](const char* name, const QImage& image) {
-        write(image, {.path = (std::filesystem::path(folder) / name).string(), .name = name});
-    };
+    const ImageFolder images(folder);
+    const auto save = [&](const char* name, const QImage& image) { images.write(image, name); };
     const Pictures pictures(SystemClock().now());
     const UsageSnapshot calm = comfortable(pictures.sample());
     save("now-light.png", pictures.now(pictures.onSample(), Appearance::light));

@@ -58,4 +58,9 @@ private:
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// The text as a tooltip that breaks its long lines and keeps its own breaks, which Qt does to rich text alone.
+[[nodiscard]] inline QString wrappedToolTip(const QString& text) {
+    return QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+}
+
 } // namespace HarrowlaneApp

@@ -51,8 +51,8 @@ IconButton* NowFooter::addButton(const char* objectName, std::string_view name, 
 
 void NowFooter::setLine(const NowTexts::Footer& line) {
     line_->setText(shown(line.text));
-    // What is cut can still be read; as plain text, for it comes from elsewhere.
-    line_->setToolTip(line.isError ? QStringLiteral("<p>%1</p>").arg(line_->text().toHtmlEscaped()) : QString());
+    // What is cut can still be read.
+    line_->setToolTip(line.isError ? wrappedToolTip(line_->text()) : QString());
     isError_ = line.isError;
     styleLine();
 }

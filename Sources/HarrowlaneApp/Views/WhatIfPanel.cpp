@@ -59,8 +59,7 @@ EstimateMark::EstimateMark(const ApplicationLook& look, QWidget* parent) : HUDWi
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(shown(WhatIfTexts::estimateMark));
     setAccessibleDescription(shown(WhatIfTexts::estimateTooltip));
-    // As rich text it is broken into lines.
-    setToolTip(QStringLiteral("<p>%1</p>").arg(shown(WhatIfTexts::estimateTooltip).toHtmlEscaped()));
+    setToolTip(wrappedToolTip(shown(WhatIfTexts::estimateTooltip)));
 }
 
 QSize EstimateMark::sizeHint() const {

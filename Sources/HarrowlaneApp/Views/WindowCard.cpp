@@ -119,8 +119,7 @@ void WindowCard::showPace(const NowTexts::WindowCard& window) {
                         }});
     const QString explanation = shown(Pace::explanation(window.shares));
     rails_->setAccessibleDescription(explanation);
-    // As rich text its long lines are broken, and its own breaks stay.
-    rails_->setToolTip(QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(explanation.toHtmlEscaped()));
+    rails_->setToolTip(wrappedToolTip(explanation));
 }
 
 void WindowCard::showReset(const NowTexts::WindowCard& window) {

@@ -189,10 +189,13 @@ TEST(NowView, TellsAFailureInItsFooter) {
     scene.store->installShim(); // a preview has no helper to install
     EXPECT_THAT(scene.text("footerLine"), testing::StartsWith("Shim not found"));
     EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").textStyle().color, &Palette::warn);
-    EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").toolTip(), QString::fromStdString(scene.text("footerLine"))
-                                                                       .toHtmlEscaped()
-                                                                       .prepend(QStringLiteral("<p>"))
-                                                                       .append(QStringLiteral("</p>")));
+    EXPECT_EQ(find<HUDLabel>(*scene.view, "footerLine").toolTip(),
+              wrappedToolTip(QString::fromStdString(scene.text("footerLine"))));
+}
+
+TEST(NowView, TakesNoMarkupFromAMessage) {
+    EXPECT_THAT(wrappedToolTip(QStringLiteral("no <b> & co\nhere")).toStdString(),
+                testing::HasSubstr(">no &lt;b&gt; &amp; co\nhere</p>"));
 }
 
 TEST(NowView, AsksForWindowsAndForTheEnd) {

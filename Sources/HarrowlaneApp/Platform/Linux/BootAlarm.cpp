@@ -1,7 +1,6 @@
 #include "HarrowlaneApp/Platform/Linux/BootAlarm.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -31,8 +30,7 @@ int startedTimer(double seconds) {
 BootAlarm::BootAlarm(double seconds, std::function<void()> ring) : descriptor_(startedTimer(seconds)) {
     if (descriptor_ < 0) {
         // A late alarm is better than none.
-        const std::chrono::duration<double> span(std::max(seconds, 0.0));
-        later(*this, std::chrono::ceil<std::chrono::milliseconds>(span), std::move(ring));
+        later(*this, seconds, std::move(ring));
         return;
     }
     notifier_.emplace(descriptor_, QSocketNotifier::Read);

@@ -4,13 +4,13 @@
 #include <functional>
 #include <utility>
 
-#include "HarrowlaneApp/Platform/Later.h"
-
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+
+#include "HarrowlaneApp/Platform/Later.h"
 
 /// Calls to other programs. None of them blocks: who is asked may be slow, hang, or be a program under a debugger.
 namespace HarrowlaneApp::Bus {

@@ -1,7 +1,5 @@
 #include "HarrowlaneApp/Platform/Desktop.h"
 
-#include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "HarrowlaneApp/Platform/Later.h"
@@ -61,8 +59,7 @@ std::unique_ptr<Autostart> makeAutostart() {
 
 std::unique_ptr<QObject> makeAlarm(double seconds, std::function<void()> ring) {
     auto alarm = std::make_unique<QObject>();
-    const std::chrono::duration<double> span(std::max(seconds, 0.0));
-    later(*alarm, std::chrono::ceil<std::chrono::milliseconds>(span), std::move(ring));
+    later(*alarm, seconds, std::move(ring));
     return alarm;
 }
 
