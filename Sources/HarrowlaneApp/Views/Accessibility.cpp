@@ -166,29 +166,30 @@ private:
     }
 };
 
+template <typename... Kinds>
+bool isAny(const QObject* object) {
+    return (... || (qobject_cast<const Kinds*>(object) != nullptr));
+}
+
+/// What a widget of ours is that Qt has no role for; none where it has one, or where it is not ours.
+QAccessible::Role roleOf(const QObject* object) {
+    if (isAny<PopoverWindow>(object)) return QAccessible::Dialog;
+    // Dashboard and settings; without a role of their own they would be mere fillers.
+    if (isAny<GroundView>(object)) return QAccessible::Window;
+    if (isAny<HUDLabel, ProseLabel, SettingsBadge, ChipLabel, ChartLegend, EstimateMark>(object))
+        return QAccessible::StaticText;
+    if (isAny<WeekChartView>(object)) return QAccessible::Chart;
+    if (isAny<PanelBox, SegmentedPicker>(object)) return QAccessible::Grouping;
+    return QAccessible::NoRole;
+}
+
 /// Qt asks for each class of a widget, from the last derived on.
 QAccessibleInterface* accessibleFor(const QString& /*className*/, QObject* object) {
     if (object == QCoreApplication::instance()) return new ApplicationAccessible;
     if (auto* canvas = qobject_cast<ItemCanvas*>(object)) return new CanvasAccessible(*canvas);
-    if (auto* label = qobject_cast<HUDLabel*>(object)) return new QAccessibleWidget(label, QAccessible::StaticText);
     if (auto* picture = qobject_cast<SpokenPicture*>(object)) return new PictureAccessible(*picture);
-    if (auto* popover = qobject_cast<PopoverWindow*>(object))
-        return new QAccessibleWidget(popover, QAccessible::Dialog);
-    // Dashboard and settings; without a role of their own they would be mere fillers.
-    if (auto* view = qobject_cast<GroundView*>(object)) return new QAccessibleWidget(view, QAccessible::Window);
-    if (auto* prose = qobject_cast<ProseLabel*>(object)) return new QAccessibleWidget(prose, QAccessible::StaticText);
-    if (auto* badge = qobject_cast<SettingsBadge*>(object)) {
-        return new QAccessibleWidget(badge, QAccessible::StaticText);
-    }
-    if (qobject_cast<ChipLabel*>(object) || qobject_cast<ChartLegend*>(object) || qobject_cast<EstimateMark*>(object)) {
-        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::StaticText);
-    }
-    if (auto* chart = qobject_cast<WeekChartView*>(object)) return new QAccessibleWidget(chart, QAccessible::Chart);
-    if (auto* panel = qobject_cast<PanelBox*>(object)) return new QAccessibleWidget(panel, QAccessible::Grouping);
-    if (auto* picker = qobject_cast<SegmentedPicker*>(object)) {
-        return new QAccessibleWidget(picker, QAccessible::Grouping);
-    }
-    return nullptr;
+    const QAccessible::Role role = roleOf(object);
+    return role == QAccessible::NoRole ? nullptr : new QAccessibleWidget(static_cast<QWidget*>(object), role);
 }
 
 } // namespace
