@@ -4,7 +4,7 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
-#include "HarrowlaneApp/Platform/Waiting.h"
+#include "HarrowlaneApp/Waiting.h"
 
 namespace HarrowlaneApp {
 

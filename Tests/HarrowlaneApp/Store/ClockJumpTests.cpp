@@ -141,7 +141,7 @@ TEST_F(ClockJumps, ATripThroughZonesRepeatsNoBanner) {
         published_ = 0;
         const Calendar calendar = Calendar::inZone(zone).value();
         open(calendar);
-        ASSERT_TRUE(waitFor([&] { return published_ > 0 && rests(); }));
+        ASSERT_TRUE(becomes([&] { return published_ > 0 && rests(); }));
         expectSaneTexts(calendar);
         EXPECT_EQ(levelBanners().size(), 1U) << zone;
         clock_->turn(0.0);
@@ -155,7 +155,7 @@ TEST_F(ClockJumps, AZoneThatChangesUnderARunningStoreChangesNothing) {
     tzset();
     const int runs = published_;
     store_->refresh();
-    EXPECT_TRUE(waitFor([&] { return published_ > runs; }));
+    EXPECT_TRUE(becomes([&] { return published_ > runs; }));
     EXPECT_EQ(store_->snapshot(), before);
     if (zone.isNull()) {
         qunsetenv("TZ");

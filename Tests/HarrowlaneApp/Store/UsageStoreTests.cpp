@@ -50,7 +50,7 @@ protected:
     }
 
     [[nodiscard]] testing::AssertionResult runs(int count) {
-        if (waitFor([&] { return published_ == count; })) return testing::AssertionSuccess();
+        if (becomes([&] { return published_ == count; })) return testing::AssertionSuccess();
         return testing::AssertionFailure() << published_ << " runs";
     }
 
@@ -104,7 +104,7 @@ TEST_F(StoreTest, ARunTakesItsStepsInOrder) {
 TEST_F(StoreTest, RunsAgainThirtySecondsAfterARunHasEnded) {
     open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     clock_->turn(29.75);
     EXPECT_EQ(clock_->sleepers(), 1U);
     clock_->turn(0.25);
@@ -115,22 +115,22 @@ TEST_F(StoreTest, RunsAgainThirtySecondsAfterARunHasEnded) {
 TEST_F(StoreTest, AClockThatIsSetBackOrFarAheadBringsNoBurstOfRuns) {
     open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     clock_->set(start - 86400.0);
     clock_->turn(30.0);
     ASSERT_TRUE(runs(2));
     EXPECT_EQ(store_->snapshot().generatedAt, start - 86400.0 + 30.0);
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     clock_->turn(3.0 * 86400.0);
     ASSERT_TRUE(runs(3));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     EXPECT_EQ(shelf_->count("discover"), 3U) << "three days of sleep are one run late, not thousands";
 }
 
 TEST_F(StoreTest, AnyNumberOfRequestsDuringARunFoldIntoOne) {
     shelf_->isBlocked = true;
     UsageStore& store = open();
-    ASSERT_TRUE(waitFor([&] { return shelf_->count("sync") == 1; }));
+    ASSERT_TRUE(becomes([&] { return shelf_->count("sync") == 1; }));
     for (int i = 0; i < 10; ++i) store.refresh();
     shelf_->isBlocked = false;
     ASSERT_TRUE(runs(2));
@@ -181,7 +181,7 @@ TEST_P(StoreFailureTest, KeepsTheSnapshotAndTellsTheWordsUntilACleanRun) {
         (*shelf_).*GetParam().words = "the disk is full";
     }
     clock_->turn(30.0);
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     EXPECT_EQ(store.lastError(), "the disk is full");
     EXPECT_EQ(store.snapshot(), before);
     EXPECT_EQ(store.readiness(), GetParam().readiness);
@@ -190,7 +190,7 @@ TEST_P(StoreFailureTest, KeepsTheSnapshotAndTellsTheWordsUntilACleanRun) {
         const std::lock_guard lock(shelf_->mutex);
         ((*shelf_).*GetParam().words).clear();
     }
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; })) << "the loop goes on";
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; })) << "the loop goes on";
     clock_->turn(30.0);
     ASSERT_TRUE(runs(2));
     EXPECT_EQ(store.lastError(), std::nullopt);
@@ -206,7 +206,7 @@ INSTANTIATE_TEST_SUITE_P(Steps, StoreFailureTest,
 TEST_F(StoreTest, ADatabaseThatCannotBeOpenedEndsTheLoopUntilTheButton) {
     openFailure_ = "unable to open database file";
     UsageStore& store = open();
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     EXPECT_EQ(store.lastError(), "unable to open database file");
     EXPECT_EQ(store.readiness(), Readiness::warmingUp);
     EXPECT_EQ(clock_->sleepers(), 0U) << "no timer runs";
@@ -231,15 +231,15 @@ TEST_F(StoreTest, TheButtonDoesNotOpenAgainWhatIsBeingOpened) {
 TEST_F(StoreTest, TheButtonTurnsForAMomentAndCountsOnce) {
     UsageStore& store = open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     store.refreshNow();
     EXPECT_TRUE(store.isRefreshing());
     store.refreshNow();
     ASSERT_TRUE(runs(2));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 2; }));
     EXPECT_TRUE(store.isRefreshing()) << "so that a fast run is seen";
     clock_->turn(0.35);
-    ASSERT_TRUE(waitFor([&] { return !store.isRefreshing(); }));
+    ASSERT_TRUE(becomes([&] { return !store.isRefreshing(); }));
     EXPECT_EQ(shelf_->count("discover"), 2U);
 }
 
@@ -264,13 +264,13 @@ TEST_F(StoreTest, AGaugeThatGoesBadLeavesTheLastGoodOneInForce) {
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.42, 1e-9);
 
     TestSupport::writeFile(paths_.gaugeFile(), "{\"capturedAt\":");
-    ASSERT_TRUE(waitFor([&] { return published_ >= 2; })) << "a change of the gauge starts a run";
+    ASSERT_TRUE(becomes([&] { return published_ >= 2; })) << "a change of the gauge starts a run";
     ASSERT_EQ(store.snapshot().meters.size(), 1U);
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.42, 1e-9);
 
     const int before = published_;
     writeGauge(50.0);
-    ASSERT_TRUE(waitFor([&] { return published_ > before; }));
+    ASSERT_TRUE(becomes([&] { return published_ > before; }));
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.5, 1e-9);
 }
 
@@ -285,7 +285,7 @@ TEST_F(StoreTest, TheDemoGaugeStandsInOnlyWhereThereIsNoReading) {
     EXPECT_EQ(store_->snapshot().meters[1].resetsAt, start + 259200.0);
 
     writeGauge(42.0);
-    ASSERT_TRUE(waitFor([&] { return store_->snapshot().meters.size() == 1; }));
+    ASSERT_TRUE(becomes([&] { return store_->snapshot().meters.size() == 1; }));
     EXPECT_NEAR(store_->snapshot().meters[0].used, 0.42, 1e-9);
 }
 
@@ -359,7 +359,7 @@ TEST_F(StoreTest, AFailedInstallationTellsWhy) {
 TEST_F(StoreTest, LeavesTheFirstRunScreensBeforeTheLimitMessagesAreRead) {
     shelf_->anchorsFailure = "not yet";
     UsageStore& store = open();
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     EXPECT_EQ(store.readiness(), Readiness::ready);
     EXPECT_EQ(store.snapshot(), UsageSnapshot::warmingUp(start));
 }
@@ -403,7 +403,7 @@ TEST_F(StoreTest, TheStateOfTheAlertsThoughInTheWatchedFolderDoesNotKeepItRunnin
         QTest::qWait(static_cast<int>(UsageGauge::GaugeWatcher::debounceSeconds * 2000));
         return published_ == before;
     };
-    EXPECT_TRUE(waitFor(isQuiet));
+    EXPECT_TRUE(becomes(isQuiet));
 }
 
 TEST_F(StoreTest, TellsTheViewsWhetherBannersAreAllowed) {
@@ -420,7 +420,7 @@ TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
     for (const char* moment : {"discover", "sync", "allEvents", "anchors"}) {
         shelf_->calls.clear();
         open();
-        ASSERT_TRUE(waitFor([&] { return shelf_->count(moment) > 0; }));
+        ASSERT_TRUE(becomes([&] { return shelf_->count(moment) > 0; }));
         store_.reset();
         QCoreApplication::processEvents();
     }
@@ -430,9 +430,9 @@ TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
 TEST_F(StoreTest, LeavesNoSleeperBehind) {
     open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     store_->refreshNow();
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 2; }));
     const std::weak_ptr<HandTurnedClock> clock = clock_;
     clock_.reset();
     store_.reset();
