@@ -20,8 +20,11 @@ inline void addWeekTexts(std::vector<std::string>& texts, const UsageModel::Week
                                HarrowlaneApp::NowTexts::accessibleWeek(compact)});
     for (const auto& tile : content.tiles) texts.push_back(tile.value + tile.unit + " " + tile.label);
     for (const auto& stat : compact.stats) texts.push_back(stat.value + " " + stat.label);
-    for (const auto& bar : series.sessions)
-        texts.push_back(HarrowlaneApp::SessionDetail::plainText(bar, series, calendar));
+    for (const auto& bar : series.sessions) {
+        namespace SessionDetail = HarrowlaneApp::SessionDetail;
+        texts.insert(texts.end(), {SessionDetail::times(bar, calendar), SessionDetail::weekCost(bar, series)});
+        if (const auto cap = SessionDetail::capText(bar)) texts.push_back(*cap);
+    }
 }
 
 inline void addWindowTexts(std::vector<std::string>& texts, const HarrowlaneApp::NowTexts::WindowCard& card) {
