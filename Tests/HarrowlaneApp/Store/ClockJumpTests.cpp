@@ -45,10 +45,11 @@ protected:
         }
     }
 
-    /// One run for the waking, perhaps another for the state of the alerts, and none for what was slept through.
+    /// One run for the waking and one that `runAfter` asks for, perhaps another for the state of the alerts, and none
+    /// for what was slept through.
     void expectNoBurst(int runsBefore) const {
         EXPECT_GT(published_, runsBefore);
-        EXPECT_LE(published_, runsBefore + 3);
+        EXPECT_LE(published_, runsBefore + 4);
     }
 
     void wakeAfter(double jump) {

@@ -58,6 +58,7 @@ protected:
     void expectRecovery(std::size_t turns) {
         runAfter(30.0);
         EXPECT_TRUE(becomes([&] { return isUpToDate() && !store_->lastError(); }));
+        runOnceMore();
         EXPECT_EQ(turnsInSnapshot(), turns);
     }
     /// What another start of the program shows.
