@@ -6,10 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "HarrowlaneApp/Alerts/FakeNotificationService.h"
-#include "HarrowlaneApp/Store/DemoGauge.h"
-#include "HarrowlaneApp/Store/UsageStoreFakes.h"
-#include "Support/TemporaryFolder.h"
+#include "HarrowlaneApp/Store/StoreOnFakes.h"
 
 namespace HarrowlaneApp {
 namespace {
@@ -20,67 +17,7 @@ using UsageModel::Date;
 using UsageModel::UsageSnapshot;
 using UsageModel::WindowKind;
 
-constexpr Date start{1772323200};
-
-/// A store on fakes, in a home of its own.
-class StoreTest : public testing::Test {
-protected:
-    UsageStore& open() {
-        store_ = std::make_unique<UsageStore>(world());
-        connect();
-        return *store_;
-    }
-
-    UsageStore::World world() {
-        return {.paths = paths_,
-                .calendar = UsageModel::Calendar::utc(),
-                .clock = clock_,
-                .openRecords = [this](const AppPaths&) -> std::unique_ptr<Records> {
-                    ++openings_;
-                    if (!openFailure_.empty()) throw std::runtime_error(openFailure_);
-                    return std::make_unique<FakeRecords>(shelf_);
-                },
-                .bundle = home_.path() / "Test.app",
-                .notifications = service_,
-                .alertSettings = [this] { return settings_; }};
-    }
-
-    void connect() {
-        QObject::connect(store_.get(), &UsageStore::snapshotPublished, [this] { ++published_; });
-    }
-
-    [[nodiscard]] testing::AssertionResult runs(int count) {
-        if (becomes([&] { return published_ == count; })) return testing::AssertionSuccess();
-        return testing::AssertionFailure() << published_ << " runs";
-    }
-
-    void writeGauge(double percent) const {
-        TestSupport::writeFile(paths_.gaugeFile(), R"({"capturedAt":)" + std::to_string(start.secondsSince1970 - 60.0) +
-                                                       R"(,"source":"statusline","windows":{"five_hour":)" +
-                                                       R"({"usedPercentage":)" + std::to_string(percent) +
-                                                       R"(,"resetsAt":1772330000}}})");
-    }
-
-    /// The identifiers of the banners that tell of a level, not of the pace.
-    [[nodiscard]] std::vector<std::string> levelBanners() const {
-        std::vector<std::string> identifiers;
-        for (const Banner& banner : service_.posted) {
-            if (banner.identifier.starts_with("hwl-level-")) identifiers.push_back(banner.identifier);
-        }
-        return identifiers;
-    }
-
-    TestSupport::TemporaryFolder home_;
-    AppPaths paths_{home_.path()};
-    std::shared_ptr<HandTurnedClock> clock_ = std::make_shared<HandTurnedClock>(start);
-    std::shared_ptr<FakeRecords::Shelf> shelf_ = std::make_shared<FakeRecords::Shelf>();
-    std::string openFailure_;
-    FakeNotificationService service_;
-    AlertSettings settings_;
-    std::atomic<int> openings_ = 0;
-    int published_ = 0;
-    std::unique_ptr<UsageStore> store_;
-};
+using StoreTest = StoreOnFakes;
 
 TEST_F(StoreTest, WarmsUpUntilTheFirstRun) {
     UsageStore& store = open();
@@ -364,58 +301,6 @@ TEST_F(StoreTest, LeavesTheFirstRunScreensBeforeTheLimitMessagesAreRead) {
     EXPECT_EQ(store.snapshot(), UsageSnapshot::warmingUp(start));
 }
 
-TEST_F(StoreTest, AlertsOnTheSnapshotThatItHasJustPublished) {
-    writeGauge(96.0);
-    UsageStore& store = open();
-    service_.answerPermission({.granted = true});
-    service_.answerStatus(AuthorizationStatus::authorized);
-    double shown = 0.0;
-    service_.onPost = [&] { shown = store.snapshot().meters.at(0).used; };
-    ASSERT_TRUE(runs(1));
-    ASSERT_EQ(levelBanners().size(), 1U);
-    EXPECT_THAT(levelBanners()[0], testing::StartsWith("hwl-level-session5h-95-"));
-    EXPECT_NEAR(shown, 0.96, 1e-9);
-    store.refresh();
-    ASSERT_TRUE(runs(2));
-    EXPECT_EQ(levelBanners().size(), 1U) << "once a level and episode";
-}
-
-TEST_F(StoreTest, AsksAtEachRunWhetherTheUserWantsTheLevels) {
-    writeGauge(96.0);
-    settings_.thresholdAlertsEnabled = false;
-    UsageStore& store = open();
-    service_.answerPermission({.granted = true});
-    service_.answerStatus(AuthorizationStatus::authorized);
-    ASSERT_TRUE(runs(1));
-    EXPECT_TRUE(levelBanners().empty());
-    settings_.thresholdAlertsEnabled = true;
-    store.refresh();
-    ASSERT_TRUE(runs(2));
-    EXPECT_EQ(levelBanners().size(), 1U);
-}
-
-TEST_F(StoreTest, TheStateOfTheAlertsThoughInTheWatchedFolderDoesNotKeepItRunning) {
-    open();
-    ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(std::filesystem::exists(paths_.notificationState()));
-    const auto isQuiet = [&] {
-        const int before = published_;
-        QTest::qWait(static_cast<int>(UsageGauge::GaugeWatcher::debounceSeconds * 2000));
-        return published_ == before;
-    };
-    EXPECT_TRUE(becomes(isQuiet));
-}
-
-TEST_F(StoreTest, TellsTheViewsWhetherBannersAreAllowed) {
-    UsageStore& store = open();
-    const QSignalSpy changes(&store, &UsageStore::notificationAuthorizationChanged);
-    store.refreshNotificationAuthorization();
-    EXPECT_EQ(store.notificationAuthorization(), AuthorizationStatus::notDetermined);
-    service_.answerStatus(AuthorizationStatus::denied);
-    EXPECT_EQ(store.notificationAuthorization(), AuthorizationStatus::denied);
-    EXPECT_EQ(changes.count(), 1);
-}
-
 TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
     for (const char* moment : {"discover", "sync", "allEvents", "anchors"}) {
         shelf_->calls.clear();
@@ -454,13 +339,8 @@ TEST_F(StoreTest, LeavesNothingBehindWhereTheEventLoopHasEnded) {
     }
 }
 
-TEST(DemoGauge, IsWantedByOneTextAlone) {
-    EXPECT_TRUE(wantsDemoGauge("1"));
-    for (const char* text : {"", "0", "11", "1 ", " 1", "true", "yes"}) EXPECT_FALSE(wantsDemoGauge(text)) << text;
-    EXPECT_FALSE(wantsDemoGauge(nullptr));
-}
-
 TEST(UsageStorePreview, ShowsWhatItIsGivenAndStartsNothing) {
+    constexpr Date start{1772323200};
     const auto store = UsageStore::preview({.snapshot = UsageSnapshot::warmingUp(start),
                                             .installState = State::conflict,
                                             .readiness = Readiness::noUsageYet,
