@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "HarrowlaneApp/Platform/PrivateHome.h"
+#include "HarrowlaneApp/PrivateHome.h"
 
 // These tests need no display, and may not open one; nor may they meet the desktop or the settings of whoever runs
 // them.

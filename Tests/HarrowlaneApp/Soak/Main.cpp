@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
-#include "HarrowlaneApp/Platform/PrivateHome.h"
+#include "HarrowlaneApp/PrivateHome.h"
 
 // The program lives on a screen that nobody sees, on a bus of its own and in a home of its own.
 int main(int argc, char** argv) {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "HarrowlaneApp/Platform/Display/PrivateScreen.h"
-#include "HarrowlaneApp/Platform/PrivateHome.h"
+#include "HarrowlaneApp/PrivateHome.h"
 
 // These tests have a display of their own, with nothing on it but what they start there.
 int main(int argc, char** argv) {

@@ -12,6 +12,7 @@ class PrivateHome {
 public:
     PrivateHome() {
         qputenv("HOME", QByteArray::fromStdString(folder_.path().string()));
+        qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(folder_.path().string()));
         qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((folder_ / "config").string()));
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     }
