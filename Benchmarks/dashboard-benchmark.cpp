@@ -2,9 +2,9 @@
 
 #include <QApplication>
 
-#include "HarrowlaneApp/Samples/PreviewData.h"
 #include "HarrowlaneApp/Views/DashboardView.h"
 #include "Support/Ratios.h"
+#include "Support/SampleWeek.h"
 
 namespace {
 
@@ -13,18 +13,15 @@ using Tab = DashboardTabs::Tab;
 using UsageModel::ModelAndEffort;
 using UsageModel::ModelClass;
 
-constexpr UsageModel::Date now{1772720100};
 constexpr double openSeconds = 0.1;
 constexpr double switchSeconds = 0.016;
 
-/// The dashboard on the sample week, on a screen of two pixels a point.
+/// The dashboard on the sample week.
 class Scene {
 public:
-    Scene() : store_(UsageStore::preview({.snapshot = PreviewData::overPace(now)})) {}
-
     void forget() { view_.reset(); }
     void open() {
-        view_ = std::make_unique<DashboardView>(look_, DashboardView::Surroundings{.store = *store_});
+        view_ = std::make_unique<DashboardView>(week_.look, DashboardView::Surroundings{.store = *week_.store});
         view_->show();
         draw();
     }
@@ -43,16 +40,14 @@ private:
         for (int round = 0; round < 5; ++round) QApplication::processEvents();
     }
 
-    std::unique_ptr<UsageStore> store_;
-    ApplicationLook look_{Look{.appearance = Appearance::dark}};
+    Bench::SampleWeek week_;
     std::unique_ptr<DashboardView> view_;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_SCALE_FACTOR", "2");
+    Bench::useSharpScreen();
     const QApplication application(argc, argv);
     Scene opened;
     Scene scene;

@@ -86,17 +86,14 @@ int main(int argc, char** argv) {
     const Bench::UsersHome home(argv[0]);
     Bench::PrivateDesktop desktop;
     const HarrowlaneApp::StubWatcher panel(desktop.bus().connect());
-    const auto startOf = [&](const char* name, const QStringList& arguments) {
-        return ChildProcess::Start{.program = QString::fromStdString(Bench::programBeside(argv[0], name)),
-                                   .arguments = arguments,
-                                   .variables = desktop.variables(home.paths().home())};
-    };
-    const ChildProcess bare(startOf("empty-tray", {"--bare"}));
-    const ChildProcess program(startOf("Brindlewick", {}));
+    const auto program = [&](const char* name) { return Bench::programBeside(argv[0], name); };
+    const auto folder = home.paths().home();
+    const ChildProcess bare(desktop.startOf(program("empty-tray"), folder, {"--bare"}));
+    const ChildProcess ours(desktop.startOf(program("Brindlewick"), folder));
     rest(settlingSeconds);
-    if (!program.isRunning()) throw std::runtime_error("the program has ended");
+    if (!ours.isRunning()) throw std::runtime_error("the program has ended");
 
-    const auto process = static_cast<pid_t>(program.processId());
+    const auto process = static_cast<pid_t>(ours.processId());
     const Bench::ProcessUse before = Bench::useOf(process);
     const auto start = Clock::now();
     const auto secondsPassed = [&] { return std::chrono::duration<double>(Clock::now() - start).count(); };
@@ -104,8 +101,7 @@ int main(int argc, char** argv) {
     while (secondsPassed() < wishedSeconds()) wakeUps.sample();
     const double cpuSeconds = Bench::useOf(process).cpuSeconds - before.cpuSeconds;
 
-    const double resident =
-        Bench::residentBytes(process) - Bench::bytesATurn * static_cast<double>(Bench::UsersHome::turns);
+    const double resident = Bench::residentBytes(process) - Bench::UsersHome::bytesOfTurns;
     const double measure = Bench::residentBytes(static_cast<pid_t>(bare.processId()));
     std::printf("%12.4f wake-ups a second, refreshes included\n%12.4f MB  program\n%12.4f MB  bare_application\n",
                 static_cast<double>(wakeUps.all()) / secondsPassed(), Bench::residentBytes(process) / 1e6,

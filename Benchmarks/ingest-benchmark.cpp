@@ -7,6 +7,7 @@
 
 #include "Support/Bare.h"
 #include "Support/Figures.h"
+#include "Support/Processes.h"
 #include "Support/Ratios.h"
 #include "Support/TemporaryTree.h"
 #include "UsageIngest/IngestStore.h"

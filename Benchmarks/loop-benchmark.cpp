@@ -155,10 +155,10 @@ int main(int argc, char** argv) {
     met.push_back(isMet("hold-up by a run, all windows open", scene.holdUp()));
 
     const double measure = Bench::residentBytes(static_cast<pid_t>(bare.processId()));
-    const double turns = Bench::bytesATurn * static_cast<double>(Bench::UsersHome::turns);
     const double resident = Bench::residentBytes(getpid());
     std::printf("%12.4f MB  all_windows\n%12.4f MB  bare_application\n", resident / 1e6, measure / 1e6);
     met.push_back(Bench::isMet({"resident memory with all windows open, without 80 bytes a turn",
-                                (resident - turns) / measure, "times a bare application", timesBareApplication}));
+                                (resident - Bench::UsersHome::bytesOfTurns) / measure, "times a bare application",
+                                timesBareApplication}));
     return std::ranges::all_of(met, std::identity()) ? 0 : 1;
 }

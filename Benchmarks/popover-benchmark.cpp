@@ -1,30 +1,28 @@
 // How long the popover takes to open, and to be drawn again as a whole.
 
-#include <memory>
 #include <stdexcept>
 
 #include <QApplication>
 
-#include "HarrowlaneApp/Samples/PreviewData.h"
 #include "HarrowlaneApp/Views/PopoverWindow.h"
 #include "Support/Ratios.h"
+#include "Support/SampleWeek.h"
 
 namespace {
 
 using namespace HarrowlaneApp;
 
-constexpr UsageModel::Date now{1772720100};
 constexpr double frameSeconds = 1.0 / 60.0;
 constexpr double repaintSeconds = 0.008;
 
-/// The popover on the sample week, on a screen of two pixels a point.
+/// The popover on the sample week.
 class Scene : public QObject {
 public:
     Scene()
-        : store_(UsageStore::preview({.snapshot = PreviewData::overPace(now)})),
-          look_(Look{.appearance = Appearance::dark}),
-          window_(new NowView(
-              {.store = *store_, .look = look_, .now = [] { return now; }, .sampleWeek = PreviewData::overPace})) {
+        : window_(new NowView({.store = *week_.store,
+                               .look = week_.look,
+                               .now = [] { return Bench::SampleWeek::now; },
+                               .sampleWeek = PreviewData::overPace})) {
         if (window_.devicePixelRatioF() != 2.0) throw std::runtime_error("the screen is too coarse");
         window_.view().installEventFilter(this);
     }
@@ -49,8 +47,7 @@ protected:
     }
 
 private:
-    std::unique_ptr<UsageStore> store_;
-    ApplicationLook look_;
+    Bench::SampleWeek week_;
     PopoverWindow window_;
     bool isDrawn_ = false;
 };
@@ -58,8 +55,7 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_SCALE_FACTOR", "2");
+    Bench::useSharpScreen();
     const QApplication application(argc, argv);
     Scene scene;
     constexpr int rounds = 50;

@@ -11,6 +11,7 @@
 #include <malloc.h>
 
 #include "Support/Figures.h"
+#include "Support/Processes.h"
 #include "Support/Ratios.h"
 #include "UsageEngine/Aggregator.h"
 

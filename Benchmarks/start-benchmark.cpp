@@ -84,9 +84,7 @@ int main(int argc, char** argv) {
     Bench::PrivateDesktop desktop;
     ImagePanel panel(desktop.bus().connect());
     const auto startOf = [&](const char* name) {
-        return ChildProcess::Start{.program = QString::fromStdString(Bench::programBeside(argv[0], name)),
-                                   .arguments = {},
-                                   .variables = desktop.variables(home.paths().home())};
+        return desktop.startOf(Bench::programBeside(argv[0], name), home.paths().home());
     };
     std::vector<double> ours;
     std::vector<double> empty;

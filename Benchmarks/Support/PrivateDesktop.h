@@ -1,8 +1,8 @@
 #pragma once
 
 #include <filesystem>
-#include <stdexcept>
 
+#include "HarrowlaneApp/Platform/Display/PrivateScreen.h"
 #include "HarrowlaneApp/Platform/Linux/PanelSide.h"
 
 namespace Bench {
@@ -10,21 +10,23 @@ namespace Bench {
 /// A screen, and a session bus, that nobody else uses.
 class PrivateDesktop {
 public:
-    PrivateDesktop()
-        : screen_({.program = "Xvfb",
-                   .arguments = {"-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset"},
-                   .variables = {}}),
-          display_(':' + screen_.firstLine()) {
-        if (display_.size() < 2) throw std::runtime_error("Xvfb does not start; is it installed?");
-    }
-
     [[nodiscard]] HarrowlaneApp::PrivateBus& bus() { return bus_; }
 
     /// What a program's environment needs in order to run there, with that home.
     [[nodiscard]] QHash<QString, QString> variables(const std::filesystem::path& home) const {
         const QString folder = QString::fromStdString(home.string());
-        return {{"DISPLAY", display_}, {"DBUS_SESSION_BUS_ADDRESS", bus_.address()}, {"QT_QPA_PLATFORM", "xcb"},
-                {"HOME", folder},      {"XDG_CONFIG_HOME", folder + "/config"},      {"XDG_RUNTIME_DIR", folder}};
+        return {{"DISPLAY", screen_.display()},
+                {"DBUS_SESSION_BUS_ADDRESS", bus_.address()},
+                {"QT_QPA_PLATFORM", "xcb"},
+                {"HOME", folder},
+                {"XDG_CONFIG_HOME", folder + "/config"},
+                {"XDG_RUNTIME_DIR", folder}};
+    }
+
+    /// How a program is started there, with that home.
+    [[nodiscard]] HarrowlaneApp::ChildProcess::Start
+    startOf(const std::string& program, const std::filesystem::path& home, const QStringList& arguments = {}) const {
+        return {.program = QString::fromStdString(program), .arguments = arguments, .variables = variables(home)};
     }
 
     /// Moves this process there.
@@ -36,8 +38,7 @@ public:
     }
 
 private:
-    HarrowlaneApp::ChildProcess screen_;
-    QString display_;
+    HarrowlaneApp::PrivateScreen screen_;
     HarrowlaneApp::PrivateBus bus_;
 };
 

@@ -57,6 +57,10 @@ double residentBytes(pid_t process) {
     return numberBehind(std::filesystem::path("/proc") / std::to_string(process) / "status", "VmRSS:") * 1024.0;
 }
 
+double peakMemory() {
+    return numberBehind("/proc/self/status", "VmHWM:") * 1024.0;
+}
+
 std::string programBeside(const std::string& self, const std::string& name) {
     return std::filesystem::absolute(self).parent_path() / name;
 }

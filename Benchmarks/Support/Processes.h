@@ -23,6 +23,9 @@ struct ProcessUse {
 /// How much of its memory is resident now, shared libraries included; bytes.
 [[nodiscard]] double residentBytes(pid_t process);
 
+/// The largest resident size of this process so far, bytes.
+[[nodiscard]] double peakMemory();
+
 /// The path of a program of this build, from that of a benchmark.
 [[nodiscard]] std::string programBeside(const std::string& self, const std::string& name);
 

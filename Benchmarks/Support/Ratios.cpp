@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <optional>
 
@@ -91,16 +90,6 @@ int run(int argc, char** argv, const std::vector<Target>& targets) {
     bool allMet = true;
     for (const Target& target : targets) allMet = isMet(target, times) && allMet;
     return allMet ? 0 : 1;
-}
-
-double peakMemory() {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word) {
-        double kibibytes = 0.0;
-        if (word == "VmHWM:" && status >> kibibytes) return kibibytes * 1024.0;
-    }
-    return 0.0;
 }
 
 } // namespace Bench

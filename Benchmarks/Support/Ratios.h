@@ -25,7 +25,4 @@ void add(const std::string& name, int rounds, const std::function<void()>& work,
 /// whose benchmarks were filtered out is skipped. Returns the exit status of the program: 1 where a limit is exceeded.
 [[nodiscard]] int run(int argc, char** argv, const std::vector<Target>& targets);
 
-/// The largest resident size of this process so far, bytes.
-[[nodiscard]] double peakMemory();
-
 } // namespace Bench

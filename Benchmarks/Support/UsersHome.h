@@ -7,15 +7,14 @@
 
 namespace Bench {
 
-/// What the program may hold for each turn, in memory.
-constexpr double bytesATurn = 80.0;
-
 /// The home of somebody who has worked a lot until a moment ago: 5,000 logs, 200,000 turns that are imported already,
 /// and official percentages.
 class UsersHome {
 public:
     static constexpr std::size_t logs = 5000;
     static constexpr std::size_t turns = 200'000;
+    /// What the program may hold of its turns in memory: 80 bytes for each.
+    static constexpr double bytesOfTurns = 80.0 * turns;
 
     /// `self` is the path of the running benchmark.
     explicit UsersHome(const std::string& self);

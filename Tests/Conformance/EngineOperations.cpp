@@ -1,4 +1,4 @@
-#include "Conformance/Operations.h"
+#include "Conformance/EngineArguments.h"
 
 #include "UsageEngine/Aggregator.h"
 #include "UsageEngine/Backtest.h"
@@ -27,56 +27,6 @@ namespace {
 using namespace UsageEngine;
 using namespace UsageModel;
 using nlohmann::json;
-
-/// A row is `[ts, sessionId, model, input, output, cacheCreation, cacheRead, effort or null]`.
-UsageEvent eventOf(const json& row) {
-    const std::string model = row.at(2);
-    const json& effort = row.at(7);
-    return {
-        .ts = Date{row.at(0)},
-        .sessionId = row.at(1).get<std::string>(),
-        .model = model,
-        .modelClass = modelClass(model),
-        .input = row.at(3),
-        .output = row.at(4),
-        .cacheCreation = row.at(5),
-        .cacheRead = row.at(6),
-        .effort = effort.is_null() ? std::nullopt : fromText<EffortLevel>(effort.get<std::string>()),
-    };
-}
-
-std::vector<UsageEvent> events(const Arguments& args) {
-    std::vector<UsageEvent> events;
-    for (const json& row : args.raw("events")) events.push_back(eventOf(row));
-    return events;
-}
-
-std::vector<WeighedTurn> turns(const Arguments& args) {
-    return weigh(events(args), args.get<CategoryWeights>("weights"));
-}
-
-Calendar calendarNamed(const std::string& zone) {
-    const auto calendar = Calendar::inZone(zone);
-    if (!calendar) throw UsageModel::Json::Error("no zone " + zone);
-    return *calendar;
-}
-
-Calendar calendar(const Arguments& args) {
-    return calendarNamed(args.get<std::string>("timeZone"));
-}
-
-Baseline baseline(const Arguments& args) {
-    const json& form = args.raw("baseline");
-    return {form.at("week").get<std::vector<double>>(), calendarNamed(form.at("timeZone"))};
-}
-
-TimeSpan span(const Arguments& args, const char* from, const char* to) {
-    return {.from = args.get<Date>(from), .to = args.get<Date>(to)};
-}
-
-TurnFilter filter(const Arguments& args) {
-    return {.opusOnly = args.find<bool>("opusOnly").value_or(false), .bucket = args.find<ModelBucket>("bucket")};
-}
 
 json effortForm(const EffortMix& mix) {
     json form{{"mix", result(mix.mix)}};
@@ -190,95 +140,6 @@ void addWeekdays(Operations& to) {
     };
     to["DayGrid.columns"] = [](const Arguments& args) {
         return result(DayGrid::columns(span(args, "windowStart", "windowEnd"), calendar(args)));
-    };
-}
-
-ForecastShape::Standing standing(const Arguments& args) {
-    return {.usedNow = args.get<double>("usedNow"), .sNow = args.get<double>("sNow"), .k = args.find<double>("k")};
-}
-
-void addShapes(Operations& to) {
-    to["ForecastShape.make"] = [](const Arguments& args) {
-        const Baseline learnt = baseline(args);
-        const auto norm = args.get<WeeklyNorm>("norm");
-        return result(ForecastShape::make({.baseline = learnt,
-                                           .norm = norm,
-                                           .scale = args.get<double>("scale"),
-                                           .window = span(args, "windowStart", "windowEnd"),
-                                           .now = args.get<Date>("now"),
-                                           .usedNow = args.get<double>("usedNow"),
-                                           .actualCumulative = args.find<std::vector<SeriesPoint>>("actualCumulative"),
-                                           .recencyHalfLife = args.find<double>("recencyHalfLife"),
-                                           .shrinkage = args.get<double>("shrinkage")}));
-    };
-    to["ForecastShape.share"] = [](const Arguments& args) {
-        return result(args.get<ForecastShape>("shape").share(args.get<Date>("at")));
-    };
-    to["ForecastShape.projected"] = [](const Arguments& args) {
-        return result(args.get<ForecastShape>("shape").projected(standing(args), args.get<Date>("at")));
-    };
-    to["ForecastShape.crossing"] = [](const Arguments& args) {
-        return result(args.get<ForecastShape>("shape").crossing(
-            standing(args), {.level = args.get<double>("level"), .after = args.get<Date>("after")}));
-    };
-}
-
-void addBottomUp(Operations& to) {
-    to["BottomUpForecast.make"] = [](const Arguments& args) {
-        const auto profile = args.get<WeekdayProfile>("profile");
-        const Calendar zone = calendar(args);
-        return result(BottomUpForecast::make({.profile = profile,
-                                              .usedNow = args.get<double>("usedNow"),
-                                              .window = span(args, "windowStart", "windowEnd"),
-                                              .now = args.get<Date>("now"),
-                                              .calendar = zone,
-                                              .recencyWeight = args.get<double>("recencyWeight"),
-                                              .sessionCapCost = args.find<double>("sessionCapCost")}));
-    };
-    to["BottomUpForecast.projected"] = [](const Arguments& args) {
-        return result(
-            args.get<BottomUpForecast>("forecast").projected(args.get<Date>("at"), args.get<double>("kFactor")));
-    };
-    to["BottomUpForecast.crossing"] = [](const Arguments& args) {
-        return result(args.get<BottomUpForecast>("forecast")
-                          .crossing({.level = args.get<double>("level"),
-                                     .after = args.get<Date>("after"),
-                                     .kFactor = args.get<double>("kFactor")}));
-    };
-    to["BottomUpForecast.value"] = [](const Arguments& args) {
-        return result(BottomUpForecast::value(args.get<std::vector<SeriesPoint>>("in"), args.get<Date>("at"),
-                                              args.get<double>("fallback")));
-    };
-}
-
-std::optional<CompositeForecast> composite(const Arguments& args) {
-    const auto all = turns(args);
-    const Calendar zone = calendar(args);
-    return CompositeForecast::make({.turns = all,
-                                    .calendar = zone,
-                                    .window = span(args, "windowStart", "windowEnd"),
-                                    .now = args.get<Date>("now"),
-                                    .scale = args.get<double>("scale"),
-                                    .earliestEvent = args.find<Date>("earliestEvent"),
-                                    .recencyHalfLife = args.find<double>("recencyHalfLife"),
-                                    .shrinkage = args.get<double>("shrinkage")});
-}
-
-CompositeForecast::Course course(const Arguments& args) {
-    return {.edge = args.get<CompositeForecast::Edge>("edge"), .kFactor = args.get<double>("kFactor")};
-}
-
-void addComposite(Operations& to) {
-    to["CompositeForecast.make"] = [](const Arguments& args) { return result(composite(args)); };
-    to["CompositeForecast.projected"] = [](const Arguments& args) {
-        const auto forecast = composite(args);
-        return forecast ? result(forecast->projected(args.get<Date>("at"), course(args))) : json();
-    };
-    to["CompositeForecast.crossing"] = [](const Arguments& args) {
-        const auto forecast = composite(args);
-        if (!forecast) return json();
-        return result(
-            forecast->crossing({.level = args.get<double>("level"), .after = args.get<Date>("after")}, course(args)));
     };
 }
 
@@ -450,9 +311,6 @@ void addEngineOperations(Operations& operations) {
     addRollups(operations);
     addLearning(operations);
     addWeekdays(operations);
-    addShapes(operations);
-    addBottomUp(operations);
-    addComposite(operations);
     addVerdicts(operations);
     addSessionCap(operations);
     addRemedy(operations);

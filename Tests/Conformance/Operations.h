@@ -62,8 +62,10 @@ using Operations = std::map<std::string, Operation, std::less<>>;
 void addRecordOperations(Operations& operations);
 /// The operations on the lines of session logs.
 void addLineOperations(Operations& operations);
-/// The operations of the forecast engine.
+/// The operations of the engine, but for the forecasts.
 void addEngineOperations(Operations& operations);
+/// The shapes of a week, and what they make of a running one.
+void addForecastOperations(Operations& operations);
 /// The operations on what users read.
 void addCopyOperations(Operations& operations);
 /// The alert machines, run over several steps.

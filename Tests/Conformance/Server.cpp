@@ -36,6 +36,7 @@ Operations allOperations() {
     addRecordOperations(operations);
     addLineOperations(operations);
     addEngineOperations(operations);
+    addForecastOperations(operations);
     addCopyOperations(operations);
     addAlertOperations(operations);
     return operations;

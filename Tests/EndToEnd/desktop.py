@@ -1,6 +1,5 @@
 """A desktop of its own for the length of a test: display, buses, window manager, panel, banners, and a home."""
 
-import ctypes
 import os
 import pathlib
 import shutil
@@ -10,24 +9,14 @@ import sys
 import tempfile
 import time
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "Support"))
+from surroundings import adopt_orphans, end_with_parent, start_screen, start_session_bus, until
+
 SKIPPED = 77
-PATIENCE = 30.0
 LIMIT = 400
 
 LAUNCHER = ("/usr/libexec/at-spi-bus-launcher", "/usr/lib/at-spi2-core/at-spi-bus-launcher")
 TOOLS = ("dbus-daemon", "openbox", "trayer", "dunst", "xdotool", "xclip", "import")
-
-# Nothing is started on demand: what is on the bus, the test has put there.
-SESSION_BUS = """<busconfig>
-  <type>session</type>
-  <listen>unix:dir={folder}</listen>
-  <policy context="default">
-    <allow send_destination="*"/>
-    <allow receive_sender="*"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-"""
 
 # Each banner is written down as it appears on the screen, and stays there.
 BANNERS = """[global]
@@ -49,34 +38,9 @@ printf '%s\\t%s\\t%s\\n' "$DUNST_URGENCY" "$DUNST_SUMMARY" "$DUNST_BODY" >>'{fil
 """
 
 
-def until(what, question, patience=PATIENCE):
-    """Asks until the answer is one, and gives it; the test fails where there is none in time."""
-    end = time.monotonic() + patience
-    while True:
-        answer = question()
-        if answer:
-            return answer
-        if time.monotonic() > end:
-            raise AssertionError(f"not within {patience:.0f} s: {what}")
-        time.sleep(0.05)
-
-
 def early_afternoon():
     """A zone where it is between one and two o'clock: a week looks alike there, whenever it is looked at."""
     return f"Etc/GMT{time.gmtime().tm_hour - 13:+}"
-
-
-def libc_prctl(option, value):
-    ctypes.CDLL(None).prctl(option, value, 0, 0, 0)
-
-
-def adopt_orphans():
-    """What a process of ours leaves behind becomes ours, so that it can be ended too."""
-    libc_prctl(36, 1)  # PR_SET_CHILD_SUBREAPER
-
-
-def end_with_parent():
-    libc_prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
 
 
 class Desktop:
@@ -121,13 +85,12 @@ class Desktop:
     # Starting and ending
 
     def start_all(self):
+        def start(command, **options):
+            self.start(command[0], *command, **options)
+
         self.make_environment()
-        self.environment["DISPLAY"] = ":" + self.start_telling(
-            "Xvfb", "-displayfd", "{fd}", "-screen", "0", "1280x1000x24", "-nolisten", "tcp", "-noreset")
-        bus = self.folder / "session-bus.conf"
-        bus.write_text(SESSION_BUS.format(folder=self.runtime))
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.start_telling(
-            "dbus-daemon", f"--config-file={bus}", "--nofork", "--nosyslog", "--print-address={fd}")
+        self.environment["DISPLAY"] = start_screen(start, "1280x1000")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = start_session_bus(start, self.runtime)
         os.environ.clear()
         os.environ.update(self.environment)
         self.start("at-spi", next(path for path in LAUNCHER if os.path.exists(path)), "--launch-immediately")
@@ -160,16 +123,6 @@ class Desktop:
             pass_fds=pass_fds, preexec_fn=end_with_parent, start_new_session=True)
         output.close()
         return self.running[name]
-
-    def start_telling(self, *command):
-        """Starts what writes a line to the descriptor "{fd}", and gives that line."""
-        reader, writer = os.pipe()
-        self.start(command[0], *(word.replace("{fd}", str(writer)) for word in command), pass_fds=(writer,))
-        os.close(writer)
-        with os.fdopen(reader) as stream:
-            line = stream.readline().strip()
-        assert line, f"{command[0]} did not start"
-        return line
 
     def end(self, name, how=signal.SIGTERM):
         process = self.running.pop(name)

@@ -5,10 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "HarrowlaneApp/Alerts/AlertDecision.h"
-#include "HarrowlaneApp/Copy/ModelsTexts.h"
-#include "HarrowlaneApp/Copy/NowTexts.h"
-#include "HarrowlaneApp/Copy/SessionDetail.h"
-#include "HarrowlaneApp/Copy/WeekCopy.h"
+#include "HarrowlaneApp/Copy/ShownTexts.h"
 #include "Pipeline/WatchedHome.h"
 #include "UsageEngine/SnapshotChecks.h"
 #include "UsageModel/Json.h"
@@ -35,41 +32,6 @@ void expectWellFormed(const std::string& text) {
         EXPECT_EQ(text.find(odd), std::string::npos) << text;
     for (std::size_t at = text.find('-'); at != std::string::npos; at = text.find('-', at + 1))
         EXPECT_FALSE(at + 1 < text.size() && std::isdigit(static_cast<unsigned char>(text[at + 1])) != 0) << text;
-}
-
-void expectWellFormedWeek(const UsageModel::WeekSeries& series, const Calendar& calendar) {
-    const auto content = HarrowlaneApp::WeekCopy::content(series, calendar);
-    expectWellFormed(content.headline);
-    expectWellFormed(content.detail);
-    for (const auto& tile : content.tiles) {
-        expectWellFormed(tile.value);
-        expectWellFormed(tile.label);
-    }
-    const auto compact = HarrowlaneApp::WeekCopy::compact(series, calendar);
-    expectWellFormed(compact.headline);
-    expectWellFormed(compact.badge);
-    for (const auto& stat : compact.stats) expectWellFormed(stat.value);
-    for (const auto& bar : series.sessions) {
-        expectWellFormed(HarrowlaneApp::SessionDetail::times(bar, calendar));
-        expectWellFormed(HarrowlaneApp::SessionDetail::weekCost(bar, series));
-        if (const auto cap = HarrowlaneApp::SessionDetail::capText(bar)) expectWellFormed(*cap);
-    }
-}
-
-void expectWellFormedTexts(const UsageSnapshot& snapshot, const Calendar& calendar) {
-    expectWellFormed(snapshot.verdict.headline);
-    expectWellFormed(snapshot.verdict.subtext);
-    if (snapshot.recommendation) {
-        expectWellFormed(snapshot.recommendation->title);
-        expectWellFormed(snapshot.recommendation->detail);
-    }
-    for (const auto& meter : snapshot.meters) {
-        const auto card = HarrowlaneApp::NowTexts::windowCard({.meter = meter, .now = snapshot.generatedAt}, calendar);
-        expectWellFormed(card.clock);
-        expectWellFormed(card.timeLeft);
-    }
-    for (const auto& row : HarrowlaneApp::ModelsTexts::rows(snapshot.models)) expectWellFormed(row.percentNumber);
-    if (snapshot.weekSeries) expectWellFormedWeek(*snapshot.weekSeries, calendar);
 }
 
 /// Holds each step of the month against the one before.
@@ -180,7 +142,7 @@ TEST(MonthOfAHeavyUser, HoldsWhatTheProgramPromises) {
             for (const auto& meter : snapshot.meters) EXPECT_EQ(meter.used, home.lastRead(meter.kind, now));
         }
         UsageEngine::expectSound(snapshot);
-        expectWellFormedTexts(snapshot, calendar);
+        for (const std::string& text : TestSupport::shownTexts(snapshot, calendar)) expectWellFormed(text);
         month.step(snapshot, home.events()->size());
     }
     EXPECT_EQ(home.events()->size(), home.turnsInAll());

@@ -11,6 +11,9 @@ import sys
 import tempfile
 import time
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "Support"))
+from surroundings import end_with_parent, start_screen, start_session_bus, until
+
 # In whatever a user or Claude Code wrote: prompts, answers, thoughts, tools' inputs and results, folders, titles.
 TEXT_MARKER = "planted-in-a-text"
 # In the name of a log's folder, which Claude Code makes of the project's path.
@@ -24,18 +27,6 @@ LIMIT_LINE = {
     "message": {"model": "<synthetic>", "role": "assistant",
                 "content": [{"type": "text", "text": "You've hit your session limit · resets 3pm (Europe/Berlin)"}]},
 }
-
-BUS = """<busconfig>
-  <type>session</type>
-  <listen>unix:path={socket}</listen>
-  <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-"""
 
 
 def fail(message):
@@ -57,14 +48,6 @@ def marked_line(line):
         return json.dumps(marked(json.loads(line)), ensure_ascii=False)
     except ValueError:  # a torn line
         return f"{line} {TEXT_MARKER}"
-
-
-def until(what, holds):
-    end = time.monotonic() + PATIENCE
-    while not holds():
-        if time.monotonic() > end:
-            fail(f"waited in vain: {what}")
-        time.sleep(0.05)
 
 
 class Scene:
@@ -109,7 +92,8 @@ class Scene:
         return done.stdout
 
     def started(self, command, **options):
-        process = subprocess.Popen(command, start_new_session=True, env=self.environment, **options)
+        process = subprocess.Popen(command, start_new_session=True, preexec_fn=end_with_parent, env=self.environment,
+                                   **options)
         self.stack.callback(self.stop, process)
         return process
 
@@ -123,26 +107,20 @@ class Scene:
         fail(f"{process.args} does not end")
 
     def start_display(self):
-        display = self.started(["Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24", "-nolisten", "tcp", "-noreset"],
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        number = display.stdout.readline().decode().strip() or fail("Xvfb does not start; is it installed?")
-        self.environment["DISPLAY"] = f":{number}"
+        self.environment["DISPLAY"] = start_screen(self.start_quietly, "1024x768")
 
     def start_bus(self):
-        """A session bus on which nothing is started that is not there."""
-        socket = self.folder / "bus"
-        (self.folder / "bus.conf").write_text(BUS.format(socket=socket))
-        self.started(["dbus-daemon", f"--config-file={self.folder / 'bus.conf'}", "--nofork"],
-                     stderr=subprocess.DEVNULL)
-        until("the session bus", socket.exists)
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={socket}"
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = start_session_bus(self.start_quietly, self.folder)
+
+    def start_quietly(self, command, **options):
+        self.started(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
 
     def start_watch(self, before=(), **options):
         """The report that keeps itself up to date, once it is on the screen."""
         screen = self.folder / "screen"
         with open(screen, "wb") as output:
             watch = self.started([*before, self.bin / "brindlewick-report", "--watch"], stdout=output, **options)
-        until("the report on the screen", lambda: screen.stat().st_size > 0)
+        until("the report on the screen", lambda: screen.stat().st_size > 0, PATIENCE)
         return watch, screen
 
     def start_application(self, before=()):
@@ -150,12 +128,14 @@ class Scene:
         (self.support / "notification-state.json").unlink(missing_ok=True)
         with open(self.folder / "application-output", "wb") as output:
             application = self.started([*before, self.bin / "Brindlewick"], stdout=output, stderr=output)
-        until("the first refresh", (self.support / "notification-state.json").exists)
+        until("the first refresh", (self.support / "notification-state.json").exists, PATIENCE)
         return application
 
 
 @contextlib.contextmanager
 def scene(bin_folder):
+    # Whoever ends the test does so in time for it to clean up.
+    signal.signal(signal.SIGTERM, lambda *_: fail("ended from outside"))
     with contextlib.ExitStack() as stack:
         yield Scene(bin_folder, stack)
 

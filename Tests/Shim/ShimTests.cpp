@@ -178,10 +178,10 @@ TEST_F(ShimTest, ASignalToTheHelperEndsTheCommandToo) {
         execl(SHIM_PROGRAM, SHIM_PROGRAM, static_cast<char*>(nullptr));
         _exit(127);
     }
-    while (!fs::exists(folder_ / "started")) std::this_thread::yield();
+    int status = 0;
+    while (!fs::exists(folder_ / "started")) ASSERT_EQ(waitpid(shim, &status, WNOHANG), 0) << "it has ended";
     const pid_t command = std::stoi(readWholeFile(folder_ / "started"));
     kill(shim, SIGTERM);
-    int status = 0;
     waitpid(shim, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), 128 + SIGTERM);
     expectSoonGone("ps -o stat= -p " + std::to_string(command) + " | grep -q '^[^Z]'");

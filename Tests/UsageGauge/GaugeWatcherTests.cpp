@@ -88,11 +88,12 @@ TEST_F(GaugeWatcherDebounce, TenChangesGiveOneCallAfterTheSpan) {
     watcher_.start();
     const auto begun = Clock::now();
     for (int i = 0; i < 10; ++i) changeGauge(std::to_string(i));
+    // Where the machine stalls within the ten writes, each whole span of that may rightly give a call of its own.
+    const auto spans = (Clock::now() - begun) / debounce;
     ASSERT_TRUE(calls_.reach(1));
     EXPECT_GE(calls_.last() - begun, debounce);
     letSpansPass();
-    // A machine that stalls for the whole span within the ten writes may rightly see two.
-    EXPECT_EQ(calls_.count(), 1);
+    EXPECT_LE(calls_.count(), 1 + spans);
 }
 
 TEST_F(GaugeWatcherDebounce, IsNotRenewedByASteadyStream) {

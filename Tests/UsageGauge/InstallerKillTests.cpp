@@ -52,12 +52,6 @@ protected:
         return WIFSIGNALED(status) ? End::killed : End::finished;
     }
 
-    static std::string settingsAfter(const std::function<void(const Home&)>& work) {
-        const Home home;
-        work(home);
-        return home.settings();
-    }
-
     /// The folder's name stands in the settings, and differs from home to home.
     static std::string withoutHome(std::string text, const Home& home) {
         const std::string name = home.folder.path().string();

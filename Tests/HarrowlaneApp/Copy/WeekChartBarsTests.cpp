@@ -15,15 +15,11 @@ using TestSupport::chartSize;
 using TestSupport::day;
 using TestSupport::session;
 using TestSupport::typicalWeek;
+using TestSupport::with;
 using UsageModel::ModelClass;
 using UsageModel::SessionBar;
 using UsageModel::SessionCapBasis;
 using UsageModel::WeekSeries;
-
-WeekSeries with(WeekSeries series, std::vector<SessionBar> sessions) {
-    series.sessions = std::move(sessions);
-    return series;
-}
 
 /// The bars of a week with these sessions.
 std::vector<WeekChart::Bar> barsOf(std::vector<SessionBar> sessions) {

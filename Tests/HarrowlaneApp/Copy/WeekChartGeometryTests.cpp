@@ -17,14 +17,10 @@ using TestSupport::monday;
 using TestSupport::session;
 using TestSupport::typicalWeek;
 using TestSupport::utc;
+using TestSupport::with;
 using UsageModel::SessionBar;
 using UsageModel::SessionCapBasis;
 using UsageModel::WeekSeries;
-
-WeekSeries with(WeekSeries series, std::vector<SessionBar> sessions) {
-    series.sessions = std::move(sessions);
-    return series;
-}
 
 TEST(WeekChartGeometry, StacksTwoPanels) {
     const auto geometry = WeekChart::geometry(capWeek(1.0), chartSize);

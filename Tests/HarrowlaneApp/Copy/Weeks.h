@@ -37,6 +37,11 @@ inline UsageModel::WeekSeries typicalWeek() {
     return weekOf(UsageModel::SeriesScale::typicalWeeks);
 }
 
+inline UsageModel::WeekSeries with(UsageModel::WeekSeries series, std::vector<UsageModel::SessionBar> sessions) {
+    series.sessions = std::move(sessions);
+    return series;
+}
+
 /// Opus alone, at usual prices.
 inline UsageModel::WhatIfSpace opusSpace() {
     using UsageModel::ModelClass;

@@ -4,11 +4,17 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
-#include "HarrowlaneApp/Platform/Waiting.h"
+#ifdef Q_OS_LINUX
+#include <csignal>
+
+#include <sys/prctl.h>
+#endif
+
+#include "HarrowlaneApp/Waiting.h"
 
 namespace HarrowlaneApp {
 
-/// A program that runs until the end of the scope at the latest.
+/// A program that runs until the end of the scope at the latest, or of this process, however that comes to its end.
 class ChildProcess {
 public:
     struct Start {
@@ -24,11 +30,18 @@ public:
             environment.insert(it.key(), it.value());
         process_.setProcessEnvironment(environment);
         process_.setProcessChannelMode(QProcess::SeparateChannels);
+#ifdef Q_OS_LINUX
+        process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+#endif
         process_.start(start.program, start.arguments);
     }
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    ~ChildProcess() { kill(); }
+    /// Asks it first, so that it takes its sockets and locks with it.
+    ~ChildProcess() {
+        process_.terminate();
+        if (!process_.waitForFinished(10000)) kill();
+    }
 
     /// The first line that it writes to its standard output; empty where it ends without one.
     [[nodiscard]] QString firstLine() {
@@ -43,9 +56,12 @@ public:
         process_.waitForFinished(30000);
     }
 
-    [[nodiscard]] bool isRunning() const { return process_.state() == QProcess::Running; }
-    [[nodiscard]] qint64 processId() const { return process_.processId(); }
-    [[nodiscard]] int exitStatus() const { return process_.exitCode(); }
+    [[nodiscard]] bool isRunning() const {
+        return process_.state() == QProcess::Running;
+    }
+    [[nodiscard]] qint64 processId() const {
+        return process_.processId();
+    }
 
 private:
     QProcess process_;

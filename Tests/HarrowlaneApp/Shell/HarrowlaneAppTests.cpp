@@ -63,12 +63,12 @@ protected:
 
 TEST_F(Application, IsInThePanelAtOnceAndShowsNoWindow) {
     EXPECT_EQ(item_.faces.size(), 1);
-    ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return published_ == 1; }));
+    ASSERT_TRUE(::HarrowlaneApp::becomes([&] { return published_ == 1; }));
     for (const QWidget* window : QApplication::topLevelWidgets()) EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(Application, IsInThePanelBeforeItOpensTheRecords) {
-    ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return published_ == 1; }));
+    ASSERT_TRUE(::HarrowlaneApp::becomes([&] { return published_ == 1; }));
     EXPECT_EQ(facesAtOpening_, 1);
 }
 
@@ -119,7 +119,7 @@ TEST_F(Application, TakesNoPlaceForThatOfTheLastClick) {
 }
 
 TEST_F(Application, OpensTheDashboardFromThePopover) {
-    ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return published_ == 1; }));
+    ASSERT_TRUE(::HarrowlaneApp::becomes([&] { return published_ == 1; }));
     emit item_.activated(QPoint(400, 5));
     QTest::mouseClick(&find<QWidget>(program_.popover(), "dashboard"), Qt::LeftButton);
     EXPECT_FALSE(program_.popover().isVisible());
@@ -162,7 +162,7 @@ TEST_F(Application, LooksAsThePreferenceSaysAndAtOnce) {
 TEST_F(Application, StandsInAWindowWhereNoPanelComes) {
     item_.setPresence(StatusItem::Presence::absent);
     EXPECT_FALSE(program_.popover().isVisible()) << "a panel that crashed is soon back";
-    ASSERT_TRUE(::HarrowlaneApp::waitFor([&] { return program_.popover().isVisible(); }));
+    ASSERT_TRUE(::HarrowlaneApp::becomes([&] { return program_.popover().isVisible(); }));
     EXPECT_EQ(program_.popover().windowType(), Qt::Window);
     item_.setPresence(StatusItem::Presence::shown);
     EXPECT_FALSE(program_.popover().isVisible());

@@ -48,7 +48,7 @@ TEST_F(MenuBarExtraTest, IsInThePanelBeforeTheFirstRun) {
 
 TEST_F(MenuBarExtraTest, ShowsEachNewSnapshot) {
     const MenuBarExtra extra({.store = store_, .item = item_, .autostart = autostart_});
-    ASSERT_TRUE(waitFor([&] { return published_ == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1; }));
     ASSERT_EQ(item_.faces.size(), 2);
     EXPECT_EQ(item_.faces[1], faceOf(store_.snapshot()));
 }
@@ -64,9 +64,9 @@ TEST_F(MenuBarExtraTest, DoesWhatItsMenuAsksFor) {
     EXPECT_EQ(settings.count(), 1);
     emit item_.entryChosen(QStringLiteral("quit"));
     EXPECT_EQ(quit.count(), 1);
-    ASSERT_TRUE(waitFor([&] { return published_ == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1; }));
     emit item_.entryChosen(QStringLiteral("refresh"));
-    ASSERT_TRUE(waitFor([&] { return published_ == 2; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 2; }));
     emit item_.entryChosen(QStringLiteral("nothing of ours"));
     EXPECT_EQ(opened.count() + settings.count() + quit.count(), 3);
 }

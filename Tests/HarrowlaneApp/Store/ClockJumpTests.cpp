@@ -6,9 +6,7 @@
 
 #include <QRegularExpression>
 
-#include "HarrowlaneApp/Copy/NowTexts.h"
-#include "HarrowlaneApp/Copy/Pace.h"
-#include "HarrowlaneApp/Copy/WeekCopy.h"
+#include "HarrowlaneApp/Copy/ShownTexts.h"
 #include "HarrowlaneApp/Store/StoreOnARealHome.h"
 
 namespace HarrowlaneApp {
@@ -17,36 +15,9 @@ namespace {
 using UsageModel::Calendar;
 using UsageModel::Date;
 using UsageModel::UsageSnapshot;
-using UsageModel::WindowKind;
 
 constexpr double hour = 3600.0;
 constexpr double day = 24.0 * hour;
-
-std::vector<std::string> textsOfWeek(const UsageModel::WeekSeries& series, const Calendar& calendar) {
-    const WeekCopy::Content content = WeekCopy::content(series, calendar);
-    const WeekCopy::Compact compact = WeekCopy::compact(series, calendar);
-    std::vector<std::string> texts{content.headline, content.detail,    compact.headline,
-                                   compact.badge,    compact.resetLine, NowTexts::accessibleWeek(compact)};
-    for (const auto& tile : content.tiles) texts.push_back(tile.value + tile.unit + " " + tile.label);
-    for (const auto& stat : compact.stats) texts.push_back(stat.value + " " + stat.label);
-    return texts;
-}
-
-/// All that the popover and the dashboard say of a snapshot, to someone who looks at it then.
-std::vector<std::string> textsOf(const UsageSnapshot& snapshot, const Calendar& calendar) {
-    std::vector<std::string> texts{snapshot.verdict.headline, snapshot.verdict.subtext};
-    if (const auto& advice = snapshot.recommendation)
-        texts.insert(texts.end(), {advice->title, advice->detail, advice->impact});
-    for (const auto& meter : snapshot.meters) {
-        const auto card = NowTexts::windowCard(
-            {.meter = meter, .isWeekly = meter.kind != WindowKind::session5h, .now = snapshot.generatedAt}, calendar);
-        texts.insert(texts.end(), {card.status.label, card.clock, card.timeLeft, Pace::explanation(card.shares),
-                                   Pace::accessibleRails(card.shares), Pace::ratioText(card.status.ratio),
-                                   Pace::overspendNote(card.shares).value_or("")});
-    }
-    if (snapshot.weekSeries) std::ranges::move(textsOfWeek(*snapshot.weekSeries, calendar), std::back_inserter(texts));
-    return texts;
-}
 
 class ClockJumps : public StoreOnARealHome {
 protected:
@@ -65,7 +36,7 @@ protected:
         static const QRegularExpression belowZero(QStringLiteral(R"((^|[^0-9A-Za-z])(-|−)\s*[0-9])"));
         // How much of a week is over that is yet to begin: such a clock is wrong, and the figure says so.
         static const QRegularExpression shareOfTheWeek(QStringLiteral("-[0-9]+% (of the week )?elapsed"));
-        std::vector<std::string> texts = textsOf(store_->snapshot(), calendar);
+        std::vector<std::string> texts = TestSupport::shownTexts(store_->snapshot(), calendar);
         for (const Banner& banner : service_.posted) texts.insert(texts.end(), {banner.title, banner.body});
         for (const std::string& text : texts) {
             EXPECT_FALSE(QString::fromStdString(text).remove(shareOfTheWeek).contains(belowZero)) << text;
@@ -74,10 +45,11 @@ protected:
         }
     }
 
-    /// One run for the waking, perhaps another for the state of the alerts, and none for what was slept through.
+    /// One run for the waking and one that `runAfter` asks for, perhaps another for the state of the alerts, and none
+    /// for what was slept through.
     void expectNoBurst(int runsBefore) const {
         EXPECT_GT(published_, runsBefore);
-        EXPECT_LE(published_, runsBefore + 3);
+        EXPECT_LE(published_, runsBefore + 4);
     }
 
     void wakeAfter(double jump) {
@@ -141,7 +113,7 @@ TEST_F(ClockJumps, ATripThroughZonesRepeatsNoBanner) {
         published_ = 0;
         const Calendar calendar = Calendar::inZone(zone).value();
         open(calendar);
-        ASSERT_TRUE(waitFor([&] { return published_ > 0 && rests(); }));
+        ASSERT_TRUE(becomes([&] { return published_ > 0 && rests(); }));
         expectSaneTexts(calendar);
         EXPECT_EQ(levelBanners().size(), 1U) << zone;
         clock_->turn(0.0);
@@ -155,7 +127,7 @@ TEST_F(ClockJumps, AZoneThatChangesUnderARunningStoreChangesNothing) {
     tzset();
     const int runs = published_;
     store_->refresh();
-    EXPECT_TRUE(waitFor([&] { return published_ > runs; }));
+    EXPECT_TRUE(becomes([&] { return published_ > runs; }));
     EXPECT_EQ(store_->snapshot(), before);
     if (zone.isNull()) {
         qunsetenv("TZ");

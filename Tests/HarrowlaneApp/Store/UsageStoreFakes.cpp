@@ -4,22 +4,7 @@
 #include <thread>
 #include <utility>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-
 namespace HarrowlaneApp {
-
-bool waitFor(const std::function<bool()>& condition) {
-    constexpr qint64 patience = 10000;
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > patience) return false;
-        QCoreApplication::processEvents();
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
-}
 
 std::unique_ptr<QObject> HandTurnedClock::alarm(double seconds, std::function<void()> ring) {
     auto sleeper = std::make_unique<Sleeper>();

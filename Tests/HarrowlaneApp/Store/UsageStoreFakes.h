@@ -11,11 +11,9 @@
 
 #include "HarrowlaneApp/Store/Clock.h"
 #include "HarrowlaneApp/Store/Records.h"
+#include "HarrowlaneApp/Waiting.h"
 
 namespace HarrowlaneApp {
-
-/// Runs the main loop until `condition` holds. False where it does not within ten seconds.
-[[nodiscard]] bool waitFor(const std::function<bool()>& condition);
 
 /// Stands still until it is turned.
 class HandTurnedClock : public Clock {

@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QElapsedTimer>
 #include <QTimer>
 
 #include <sys/resource.h>
@@ -58,7 +57,8 @@ protected:
     }
     void expectRecovery(std::size_t turns) {
         runAfter(30.0);
-        EXPECT_TRUE(waitFor([&] { return isUpToDate() && !store_->lastError(); }));
+        EXPECT_TRUE(becomes([&] { return isUpToDate() && !store_->lastError(); }));
+        runOnceMore();
         EXPECT_EQ(turnsInSnapshot(), turns);
     }
     /// What another start of the program shows.
@@ -83,7 +83,7 @@ TEST_F(StoreFaults, ADatabaseThatAnotherProgramLocksFreezesNothing) {
         other.exec("BEGIN IMMEDIATE;");
         clock_->turn(30.0);
         // It waits for the lock for five seconds.
-        ASSERT_TRUE(waitFor([&] { return store_->lastError().has_value(); }));
+        ASSERT_TRUE(becomes([&] { return store_->lastError().has_value(); }));
     }
     EXPECT_GT(ticks, 50);
     expectFailure("database is locked");
@@ -142,14 +142,14 @@ TEST_F(StoreFaults, ADatabaseThatTurnsToRubbishUnderARunningStoreEndsNothing) {
 
     store_.reset();
     open();
-    ASSERT_TRUE(waitFor([&] { return store_->lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store_->lastError().has_value(); }));
     EXPECT_THAT(*store_->lastError(), testing::HasSubstr("file is not a database"));
     EXPECT_EQ(clock_->sleepers(), 0U);
 
     for (const char* ending : {"", "-wal", "-shm"}) fs::remove(fs::path(paths_.database()) += ending);
     const int runs = published_;
     store_->refreshNow();
-    ASSERT_TRUE(waitFor([&] { return published_ > runs; }));
+    ASSERT_TRUE(becomes([&] { return published_ > runs; }));
     EXPECT_EQ(store_->lastError(), std::nullopt);
     EXPECT_EQ(turnsInSnapshot(), 4U) << "the button starts anew, from the logs";
 }

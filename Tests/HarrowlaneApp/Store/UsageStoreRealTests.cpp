@@ -27,21 +27,21 @@ TEST(UsageStoreOnARealHome, FollowsGrowingLogsAndTheGauge) {
     const auto clock = std::make_shared<HandTurnedClock>(UsageModel::Date{1772323300});
     UsageStore store(
         {.paths = paths, .calendar = UsageModel::Calendar::utc(), .clock = clock, .notifications = service});
-    ASSERT_TRUE(waitFor([&] { return store.readiness() == Readiness::noLogsFound; }));
+    ASSERT_TRUE(becomes([&] { return store.readiness() == Readiness::noLogsFound; }));
     EXPECT_TRUE(std::filesystem::exists(paths.database()));
 
     const auto log = paths.sessionLogs() / "project" / "s1.jsonl";
     TestSupport::writeFile(log, line(1, 1000));
-    ASSERT_TRUE(waitFor([&] { return clock->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock->sleepers() == 1; }));
     clock->turn(30.0);
-    ASSERT_TRUE(waitFor([&] { return store.readiness() == Readiness::ready; }));
-    ASSERT_TRUE(waitFor([&] { return store.snapshot().live.turns == 1; }));
+    ASSERT_TRUE(becomes([&] { return store.readiness() == Readiness::ready; }));
+    ASSERT_TRUE(becomes([&] { return store.snapshot().live.turns == 1; }));
 
     TestSupport::appendFile(log, line(2, 2000));
     TestSupport::writeFile(paths.gaugeFile(),
                            R"({"capturedAt":1772323290,"source":"statusline","windows":{"five_hour":)"
                            R"({"usedPercentage":42,"resetsAt":1772330000}}})");
-    ASSERT_TRUE(waitFor([&] { return store.snapshot().live.turns == 2 && store.snapshot().meters.size() == 1; }));
+    ASSERT_TRUE(becomes([&] { return store.snapshot().live.turns == 2 && store.snapshot().meters.size() == 1; }));
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.42, 1e-9);
     EXPECT_EQ(store.lastError(), std::nullopt);
 }
@@ -54,11 +54,11 @@ TEST(UsageStoreOnARealHome, ALockedHomeTellsAndRecovers) {
     const auto clock = std::make_shared<HandTurnedClock>(UsageModel::Date{1772323300});
     UsageStore store(
         {.paths = paths, .calendar = UsageModel::Calendar::utc(), .clock = clock, .notifications = service});
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     std::filesystem::remove(home / "Library");
     store.refreshNow();
-    ASSERT_TRUE(waitFor([&] { return store.readiness() == Readiness::noLogsFound; }));
-    ASSERT_TRUE(waitFor([&] { return !store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.readiness() == Readiness::noLogsFound; }));
+    ASSERT_TRUE(becomes([&] { return !store.lastError().has_value(); }));
 }
 
 } // namespace

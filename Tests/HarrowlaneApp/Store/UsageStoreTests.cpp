@@ -6,10 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "HarrowlaneApp/Alerts/FakeNotificationService.h"
-#include "HarrowlaneApp/Store/DemoGauge.h"
-#include "HarrowlaneApp/Store/UsageStoreFakes.h"
-#include "Support/TemporaryFolder.h"
+#include "HarrowlaneApp/Store/StoreOnFakes.h"
 
 namespace HarrowlaneApp {
 namespace {
@@ -20,67 +17,7 @@ using UsageModel::Date;
 using UsageModel::UsageSnapshot;
 using UsageModel::WindowKind;
 
-constexpr Date start{1772323200};
-
-/// A store on fakes, in a home of its own.
-class StoreTest : public testing::Test {
-protected:
-    UsageStore& open() {
-        store_ = std::make_unique<UsageStore>(world());
-        connect();
-        return *store_;
-    }
-
-    UsageStore::World world() {
-        return {.paths = paths_,
-                .calendar = UsageModel::Calendar::utc(),
-                .clock = clock_,
-                .openRecords = [this](const AppPaths&) -> std::unique_ptr<Records> {
-                    ++openings_;
-                    if (!openFailure_.empty()) throw std::runtime_error(openFailure_);
-                    return std::make_unique<FakeRecords>(shelf_);
-                },
-                .bundle = home_.path() / "Test.app",
-                .notifications = service_,
-                .alertSettings = [this] { return settings_; }};
-    }
-
-    void connect() {
-        QObject::connect(store_.get(), &UsageStore::snapshotPublished, [this] { ++published_; });
-    }
-
-    [[nodiscard]] testing::AssertionResult runs(int count) {
-        if (waitFor([&] { return published_ == count; })) return testing::AssertionSuccess();
-        return testing::AssertionFailure() << published_ << " runs";
-    }
-
-    void writeGauge(double percent) const {
-        TestSupport::writeFile(paths_.gaugeFile(), R"({"capturedAt":)" + std::to_string(start.secondsSince1970 - 60.0) +
-                                                       R"(,"source":"statusline","windows":{"five_hour":)" +
-                                                       R"({"usedPercentage":)" + std::to_string(percent) +
-                                                       R"(,"resetsAt":1772330000}}})");
-    }
-
-    /// The identifiers of the banners that tell of a level, not of the pace.
-    [[nodiscard]] std::vector<std::string> levelBanners() const {
-        std::vector<std::string> identifiers;
-        for (const Banner& banner : service_.posted) {
-            if (banner.identifier.starts_with("hwl-level-")) identifiers.push_back(banner.identifier);
-        }
-        return identifiers;
-    }
-
-    TestSupport::TemporaryFolder home_;
-    AppPaths paths_{home_.path()};
-    std::shared_ptr<HandTurnedClock> clock_ = std::make_shared<HandTurnedClock>(start);
-    std::shared_ptr<FakeRecords::Shelf> shelf_ = std::make_shared<FakeRecords::Shelf>();
-    std::string openFailure_;
-    FakeNotificationService service_;
-    AlertSettings settings_;
-    std::atomic<int> openings_ = 0;
-    int published_ = 0;
-    std::unique_ptr<UsageStore> store_;
-};
+using StoreTest = StoreOnFakes;
 
 TEST_F(StoreTest, WarmsUpUntilTheFirstRun) {
     UsageStore& store = open();
@@ -104,7 +41,7 @@ TEST_F(StoreTest, ARunTakesItsStepsInOrder) {
 TEST_F(StoreTest, RunsAgainThirtySecondsAfterARunHasEnded) {
     open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     clock_->turn(29.75);
     EXPECT_EQ(clock_->sleepers(), 1U);
     clock_->turn(0.25);
@@ -115,22 +52,22 @@ TEST_F(StoreTest, RunsAgainThirtySecondsAfterARunHasEnded) {
 TEST_F(StoreTest, AClockThatIsSetBackOrFarAheadBringsNoBurstOfRuns) {
     open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     clock_->set(start - 86400.0);
     clock_->turn(30.0);
     ASSERT_TRUE(runs(2));
     EXPECT_EQ(store_->snapshot().generatedAt, start - 86400.0 + 30.0);
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     clock_->turn(3.0 * 86400.0);
     ASSERT_TRUE(runs(3));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     EXPECT_EQ(shelf_->count("discover"), 3U) << "three days of sleep are one run late, not thousands";
 }
 
 TEST_F(StoreTest, AnyNumberOfRequestsDuringARunFoldIntoOne) {
     shelf_->isBlocked = true;
     UsageStore& store = open();
-    ASSERT_TRUE(waitFor([&] { return shelf_->count("sync") == 1; }));
+    ASSERT_TRUE(becomes([&] { return shelf_->count("sync") == 1; }));
     for (int i = 0; i < 10; ++i) store.refresh();
     shelf_->isBlocked = false;
     ASSERT_TRUE(runs(2));
@@ -181,7 +118,7 @@ TEST_P(StoreFailureTest, KeepsTheSnapshotAndTellsTheWordsUntilACleanRun) {
         (*shelf_).*GetParam().words = "the disk is full";
     }
     clock_->turn(30.0);
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     EXPECT_EQ(store.lastError(), "the disk is full");
     EXPECT_EQ(store.snapshot(), before);
     EXPECT_EQ(store.readiness(), GetParam().readiness);
@@ -190,7 +127,7 @@ TEST_P(StoreFailureTest, KeepsTheSnapshotAndTellsTheWordsUntilACleanRun) {
         const std::lock_guard lock(shelf_->mutex);
         ((*shelf_).*GetParam().words).clear();
     }
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; })) << "the loop goes on";
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; })) << "the loop goes on";
     clock_->turn(30.0);
     ASSERT_TRUE(runs(2));
     EXPECT_EQ(store.lastError(), std::nullopt);
@@ -206,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(Steps, StoreFailureTest,
 TEST_F(StoreTest, ADatabaseThatCannotBeOpenedEndsTheLoopUntilTheButton) {
     openFailure_ = "unable to open database file";
     UsageStore& store = open();
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     EXPECT_EQ(store.lastError(), "unable to open database file");
     EXPECT_EQ(store.readiness(), Readiness::warmingUp);
     EXPECT_EQ(clock_->sleepers(), 0U) << "no timer runs";
@@ -231,15 +168,15 @@ TEST_F(StoreTest, TheButtonDoesNotOpenAgainWhatIsBeingOpened) {
 TEST_F(StoreTest, TheButtonTurnsForAMomentAndCountsOnce) {
     UsageStore& store = open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     store.refreshNow();
     EXPECT_TRUE(store.isRefreshing());
     store.refreshNow();
     ASSERT_TRUE(runs(2));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 2; }));
     EXPECT_TRUE(store.isRefreshing()) << "so that a fast run is seen";
     clock_->turn(0.35);
-    ASSERT_TRUE(waitFor([&] { return !store.isRefreshing(); }));
+    ASSERT_TRUE(becomes([&] { return !store.isRefreshing(); }));
     EXPECT_EQ(shelf_->count("discover"), 2U);
 }
 
@@ -264,13 +201,13 @@ TEST_F(StoreTest, AGaugeThatGoesBadLeavesTheLastGoodOneInForce) {
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.42, 1e-9);
 
     TestSupport::writeFile(paths_.gaugeFile(), "{\"capturedAt\":");
-    ASSERT_TRUE(waitFor([&] { return published_ >= 2; })) << "a change of the gauge starts a run";
+    ASSERT_TRUE(becomes([&] { return published_ >= 2; })) << "a change of the gauge starts a run";
     ASSERT_EQ(store.snapshot().meters.size(), 1U);
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.42, 1e-9);
 
     const int before = published_;
     writeGauge(50.0);
-    ASSERT_TRUE(waitFor([&] { return published_ > before; }));
+    ASSERT_TRUE(becomes([&] { return published_ > before; }));
     EXPECT_NEAR(store.snapshot().meters[0].used, 0.5, 1e-9);
 }
 
@@ -285,7 +222,7 @@ TEST_F(StoreTest, TheDemoGaugeStandsInOnlyWhereThereIsNoReading) {
     EXPECT_EQ(store_->snapshot().meters[1].resetsAt, start + 259200.0);
 
     writeGauge(42.0);
-    ASSERT_TRUE(waitFor([&] { return store_->snapshot().meters.size() == 1; }));
+    ASSERT_TRUE(becomes([&] { return store_->snapshot().meters.size() == 1; }));
     EXPECT_NEAR(store_->snapshot().meters[0].used, 0.42, 1e-9);
 }
 
@@ -359,68 +296,16 @@ TEST_F(StoreTest, AFailedInstallationTellsWhy) {
 TEST_F(StoreTest, LeavesTheFirstRunScreensBeforeTheLimitMessagesAreRead) {
     shelf_->anchorsFailure = "not yet";
     UsageStore& store = open();
-    ASSERT_TRUE(waitFor([&] { return store.lastError().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return store.lastError().has_value(); }));
     EXPECT_EQ(store.readiness(), Readiness::ready);
     EXPECT_EQ(store.snapshot(), UsageSnapshot::warmingUp(start));
-}
-
-TEST_F(StoreTest, AlertsOnTheSnapshotThatItHasJustPublished) {
-    writeGauge(96.0);
-    UsageStore& store = open();
-    service_.answerPermission({.granted = true});
-    service_.answerStatus(AuthorizationStatus::authorized);
-    double shown = 0.0;
-    service_.onPost = [&] { shown = store.snapshot().meters.at(0).used; };
-    ASSERT_TRUE(runs(1));
-    ASSERT_EQ(levelBanners().size(), 1U);
-    EXPECT_THAT(levelBanners()[0], testing::StartsWith("hwl-level-session5h-95-"));
-    EXPECT_NEAR(shown, 0.96, 1e-9);
-    store.refresh();
-    ASSERT_TRUE(runs(2));
-    EXPECT_EQ(levelBanners().size(), 1U) << "once a level and episode";
-}
-
-TEST_F(StoreTest, AsksAtEachRunWhetherTheUserWantsTheLevels) {
-    writeGauge(96.0);
-    settings_.thresholdAlertsEnabled = false;
-    UsageStore& store = open();
-    service_.answerPermission({.granted = true});
-    service_.answerStatus(AuthorizationStatus::authorized);
-    ASSERT_TRUE(runs(1));
-    EXPECT_TRUE(levelBanners().empty());
-    settings_.thresholdAlertsEnabled = true;
-    store.refresh();
-    ASSERT_TRUE(runs(2));
-    EXPECT_EQ(levelBanners().size(), 1U);
-}
-
-TEST_F(StoreTest, TheStateOfTheAlertsThoughInTheWatchedFolderDoesNotKeepItRunning) {
-    open();
-    ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(std::filesystem::exists(paths_.notificationState()));
-    const auto isQuiet = [&] {
-        const int before = published_;
-        QTest::qWait(static_cast<int>(UsageGauge::GaugeWatcher::debounceSeconds * 2000));
-        return published_ == before;
-    };
-    EXPECT_TRUE(waitFor(isQuiet));
-}
-
-TEST_F(StoreTest, TellsTheViewsWhetherBannersAreAllowed) {
-    UsageStore& store = open();
-    const QSignalSpy changes(&store, &UsageStore::notificationAuthorizationChanged);
-    store.refreshNotificationAuthorization();
-    EXPECT_EQ(store.notificationAuthorization(), AuthorizationStatus::notDetermined);
-    service_.answerStatus(AuthorizationStatus::denied);
-    EXPECT_EQ(store.notificationAuthorization(), AuthorizationStatus::denied);
-    EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
     for (const char* moment : {"discover", "sync", "allEvents", "anchors"}) {
         shelf_->calls.clear();
         open();
-        ASSERT_TRUE(waitFor([&] { return shelf_->count(moment) > 0; }));
+        ASSERT_TRUE(becomes([&] { return shelf_->count(moment) > 0; }));
         store_.reset();
         QCoreApplication::processEvents();
     }
@@ -430,9 +315,9 @@ TEST_F(StoreTest, MayGoAtAnyMomentOfARun) {
 TEST_F(StoreTest, LeavesNoSleeperBehind) {
     open();
     ASSERT_TRUE(runs(1));
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 1; }));
     store_->refreshNow();
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 2; }));
     const std::weak_ptr<HandTurnedClock> clock = clock_;
     clock_.reset();
     store_.reset();
@@ -454,13 +339,8 @@ TEST_F(StoreTest, LeavesNothingBehindWhereTheEventLoopHasEnded) {
     }
 }
 
-TEST(DemoGauge, IsWantedByOneTextAlone) {
-    EXPECT_TRUE(wantsDemoGauge("1"));
-    for (const char* text : {"", "0", "11", "1 ", " 1", "true", "yes"}) EXPECT_FALSE(wantsDemoGauge(text)) << text;
-    EXPECT_FALSE(wantsDemoGauge(nullptr));
-}
-
 TEST(UsageStorePreview, ShowsWhatItIsGivenAndStartsNothing) {
+    constexpr Date start{1772323200};
     const auto store = UsageStore::preview({.snapshot = UsageSnapshot::warmingUp(start),
                                             .installState = State::conflict,
                                             .readiness = Readiness::noUsageYet,

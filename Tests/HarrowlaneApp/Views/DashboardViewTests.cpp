@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Views/DashboardView.h"
 
-#include <QElapsedTimer>
+#include <ctime>
+
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -165,10 +166,9 @@ TEST_F(Dashboard, AThousandSessionsScrollLikeTen) {
     QApplication::processEvents();
     EXPECT_TRUE(log.visibleRegion().contains(log.items().back().box.center().toPoint()));
     // A row in sight costs what it costs in a short log.
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begun = std::clock();
     picture(*view);
-    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_LT(std::clock() - begun, 2 * CLOCKS_PER_SEC);
     log.setFocus(Qt::TabFocusReason);
     QTest::keyClick(&log, Qt::Key_Home);
     EXPECT_TRUE(log.visibleRegion().contains(log.items().front().box.center().toPoint()));

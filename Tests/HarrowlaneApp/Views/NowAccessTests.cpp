@@ -162,28 +162,28 @@ protected:
 };
 
 TEST_F(RefreshByEar, RunsAtThePressOfItsButton) {
-    ASSERT_TRUE(waitFor([&] { return published_ == 1 && clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1 && clock_->sleepers() == 1; }));
     press();
-    ASSERT_TRUE(waitFor([&] { return published_ == 2; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 2; }));
     EXPECT_EQ(shelf_->count("sync"), 2U);
 }
 
 TEST_F(RefreshByEar, CannotBePressedWhileItRuns) {
-    ASSERT_TRUE(waitFor([&] { return published_ == 1 && clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1 && clock_->sleepers() == 1; }));
     press();
-    ASSERT_TRUE(waitFor([&] { return button().isBusy(); }));
+    ASSERT_TRUE(becomes([&] { return button().isBusy(); }));
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&button())->state().disabled);
     press();
     QTest::mouseClick(&button(), Qt::LeftButton);
-    ASSERT_TRUE(waitFor([&] { return published_ == 2 && clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 2 && clock_->sleepers() == 2; }));
     clock_->turn(UsageStore::visibleSeconds);
-    ASSERT_TRUE(waitFor([&] { return !store_.isRefreshing(); }));
+    ASSERT_TRUE(becomes([&] { return !store_.isRefreshing(); }));
     EXPECT_FALSE(button().isBusy());
     EXPECT_EQ(published_, 2) << "the presses in between asked for nothing";
 }
 
 TEST_F(RefreshByEar, KeepsTheKeyboardOnItsButton) {
-    ASSERT_TRUE(waitFor([&] { return published_ == 1 && clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1 && clock_->sleepers() == 1; }));
     view_.setFocus();
     button().setFocus(Qt::TabFocusReason);
     EXPECT_EQ(view_.findChildren<FocusRing*>().size(), 1);
@@ -191,40 +191,40 @@ TEST_F(RefreshByEar, KeepsTheKeyboardOnItsButton) {
     EXPECT_EQ(view_.findChildren<FocusRing*>().size(), 1);
     EXPECT_TRUE(button().isBusy());
     EXPECT_EQ(view_.focusWidget(), &button());
-    ASSERT_TRUE(waitFor([&] { return published_ == 2 && clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 2 && clock_->sleepers() == 2; }));
     clock_->turn(UsageStore::visibleSeconds);
-    ASSERT_TRUE(waitFor([&] { return !button().isBusy(); }));
+    ASSERT_TRUE(becomes([&] { return !button().isBusy(); }));
     EXPECT_EQ(view_.focusWidget(), &button());
     EXPECT_EQ(view_.findChildren<FocusRing*>().size(), 1);
 }
 
 TEST_F(RefreshByEar, BringsTheNewNumbers) {
-    ASSERT_TRUE(waitFor([&] { return published_ == 1 && clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1 && clock_->sleepers() == 1; }));
     EXPECT_EQ(ViewTests::textOf(view_, "footerLine"), "updated 2:15 PM");
     clock_->set(thursday + 60.0);
     press();
-    ASSERT_TRUE(waitFor([&] { return published_ == 2; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 2; }));
     EXPECT_EQ(ViewTests::textOf(view_, "footerLine"), "updated 2:16 PM");
 }
 
 TEST_F(RefreshByEar, AFailureStaysUntilACleanRefresh) {
-    ASSERT_TRUE(waitFor([&] { return published_ == 1 && clock_->sleepers() == 1; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 1 && clock_->sleepers() == 1; }));
     {
         const std::scoped_lock lock(shelf_->mutex);
         shelf_->syncFailure = "database is locked";
     }
     press();
-    ASSERT_TRUE(waitFor([&] { return clock_->sleepers() == 2; }));
+    ASSERT_TRUE(becomes([&] { return clock_->sleepers() == 2; }));
     EXPECT_EQ(ViewTests::textOf(view_, "footerLine"), "database is locked");
     clock_->turn(UsageStore::visibleSeconds);
-    ASSERT_TRUE(waitFor([&] { return !button().isBusy(); }));
+    ASSERT_TRUE(becomes([&] { return !button().isBusy(); }));
     EXPECT_EQ(ViewTests::textOf(view_, "footerLine"), "database is locked");
     {
         const std::scoped_lock lock(shelf_->mutex);
         shelf_->syncFailure.clear();
     }
     press();
-    ASSERT_TRUE(waitFor([&] { return published_ == 2; }));
+    ASSERT_TRUE(becomes([&] { return published_ == 2; }));
     EXPECT_EQ(ViewTests::textOf(view_, "footerLine"), "updated 2:15 PM");
 }
 

@@ -14,7 +14,7 @@
 #include <time.h>
 
 #include "HarrowlaneApp/Platform/Later.h"
-#include "HarrowlaneApp/Platform/Waiting.h"
+#include "HarrowlaneApp/Waiting.h"
 
 namespace HarrowlaneApp {
 

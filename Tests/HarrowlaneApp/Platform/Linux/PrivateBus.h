@@ -33,9 +33,10 @@ public:
 
 private:
     QString start() {
+        const std::string folder = folder_.path().string();
         TestSupport::writeFile(folder_ / "bus.conf", R"(<busconfig>
   <type>session</type>
-  <listen>unix:tmpdir=/tmp</listen>
+  <listen>unix:path=)" + folder + R"(/bus</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -46,7 +47,7 @@ private:
 )");
         daemon_ = std::make_unique<ChildProcess>(ChildProcess::Start{
             .program = QStringLiteral("dbus-daemon"),
-            .arguments = {QStringLiteral("--config-file=") + QString::fromStdString((folder_ / "bus.conf").string()),
+            .arguments = {QStringLiteral("--config-file=%1/bus.conf").arg(QString::fromStdString(folder)),
                           QStringLiteral("--print-address"), QStringLiteral("--nofork")},
             .variables = {}});
         return daemon_->firstLine();

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "HarrowlaneApp/Platform/Waiting.h"
+#include "HarrowlaneApp/Waiting.h"
 #include "Support/TemporaryFolder.h"
 #include "UsageModel/Files.h"
 
