@@ -87,8 +87,12 @@ const sqlite3_io_methods& recordedMethods() {
         made.xFileSize = [](sqlite3_file* f, sqlite3_int64* size) { return methods(f).xFileSize(real(f), size); };
         made.xLock = [](sqlite3_file* f, int level) { return methods(f).xLock(real(f), level); };
         made.xUnlock = [](sqlite3_file* f, int level) { return methods(f).xUnlock(real(f), level); };
-        made.xCheckReservedLock = [](sqlite3_file* f, int* held) { return methods(f).xCheckReservedLock(real(f), held); };
-        made.xFileControl = [](sqlite3_file* f, int op, void* arg) { return methods(f).xFileControl(real(f), op, arg); };
+        made.xCheckReservedLock = [](sqlite3_file* f, int* held) {
+            return methods(f).xCheckReservedLock(real(f), held);
+        };
+        made.xFileControl = [](sqlite3_file* f, int op, void* arg) {
+            return methods(f).xFileControl(real(f), op, arg);
+        };
         made.xSectorSize = [](sqlite3_file* f) { return methods(f).xSectorSize(real(f)); };
         made.xDeviceCharacteristics = [](sqlite3_file* f) { return methods(f).xDeviceCharacteristics(real(f)); };
         made.xShmMap = [](sqlite3_file* f, int page, int size, int extend, void volatile** memory) {
@@ -114,8 +118,10 @@ int openFile(sqlite3_vfs* /*vfs*/, const char* path, sqlite3_file* file, int fla
     if (path != nullptr && (flags & recorded) != 0) made->name = nameOf(path);
     const int result = system()->xOpen(system(), path, made->real(), flags, flagsOut);
     // Where SQLite finds no methods it closes nothing.
-    if (made->real()->pMethods != nullptr) made->base.pMethods = &recordedMethods();
-    else made->~File();
+    if (made->real()->pMethods != nullptr)
+        made->base.pMethods = &recordedMethods();
+    else
+        made->~File();
     return result;
 }
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 /// Keeps what SQLite does to its files, in order, so that the state of the disk after a power cut can be laid down for
-/// any moment of it. Connections that are opened in this process until it ends are recorded, and must be closed by then.
-/// One at a time.
+/// any moment of it. Connections that are opened in this process until it ends are recorded, and must be closed by
+/// then. One at a time.
 class RecordedDisk {
 public:
     struct Step {
