@@ -11,10 +11,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Support/Quoted.h"
 #include "Support/TemporaryFolder.h"
 #include "UsageModel/Files.h"
 
 namespace Report {
+
+using TestSupport::quoted;
 
 namespace {
 
@@ -39,12 +42,6 @@ int exitStatus(int waitStatus) {
 }
 
 } // namespace
-
-std::string quoted(const std::string& word) {
-    std::string quoted = "'";
-    for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
 
 Finished runCommand(const std::string& command, const std::string& redirection) {
     const TestSupport::TemporaryFolder outputs;

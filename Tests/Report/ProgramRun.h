@@ -13,9 +13,6 @@ struct Finished {
     std::string err;
 };
 
-/// The word as a shell takes it.
-[[nodiscard]] std::string quoted(const std::string& word);
-
 /// Runs a shell's command in the environment of the tests. `redirection` is a shell's, and comes after those that catch
 /// the two outputs.
 [[nodiscard]] Finished runCommand(const std::string& command, const std::string& redirection = "");

@@ -14,6 +14,7 @@
 
 #include "Report/ProgramRun.h"
 #include "Support/LoggedTurn.h"
+#include "Support/Quoted.h"
 #include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
 #include "UsageGauge/GaugeReader.h"
@@ -30,6 +31,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
+using TestSupport::quoted;
 using UsageModel::AppPaths;
 
 constexpr UsageModel::Date now{1772360430}; // 2026-03-01 10:20:30 in UTC
@@ -228,8 +230,8 @@ TEST_F(SurroundingsTest, ALocaleThatIsNoneChangesNoNumber) {
     ASSERT_THAT(plain.out, HasSubstr("0."));
     const std::string text = report("TZ=UTC").out;
     for (const std::string environment :
-         {"LANG=xx_YY.UTF-8", "LC_ALL=C", "LC_ALL=xx_YY LC_NUMERIC=xx_YY", "LC_ALL=/tmp", "LC_ALL=../..", "LANG=",
-          "LANGUAGE=xx:yy LC_TIME=xx_YY", "LC_ALL=C.UTF-8", "LC_CTYPE=UTF-8"}) {
+         {"LANG=xx_YY.UTF-8", "LC_ALL=C", "LC_ALL=xx_YY LC_NUMERIC=xx_YY", "LC_ALL=/tmp", "LC_ALL=../..",
+          "LANG=", "LANGUAGE=xx:yy LC_TIME=xx_YY", "LC_ALL=C.UTF-8", "LC_CTYPE=UTF-8"}) {
         const Finished run = report(std::string("TZ=UTC ") + environment);
         EXPECT_EQ(run.status, 0) << environment;
         EXPECT_THAT(run.err, IsEmpty()) << environment;
