@@ -59,12 +59,13 @@ Finished statusLineIn(const std::string& environment, const std::string& command
 
 /// A name of a home, and what the program says of the helper there, once it is installed.
 struct HomeName {
+    const char* what;
     std::string name;
     std::string helperStatus = "installed: ";
 };
 
 void PrintTo(const HomeName& row, std::ostream* out) {
-    *out << row.name;
+    *out << row.what;
 }
 
 class HomeNameTest : public testing::TestWithParam<HomeName> {
@@ -102,12 +103,15 @@ TEST_P(HomeNameTest, IsQuotedInTheCommandThatAShellRuns) {
 
 INSTANTIATE_TEST_SUITE_P(
     Homes, HomeNameTest,
-    testing::Values(HomeName{"with blanks  in it"}, HomeName{" "}, HomeName{"double\"quote"},
+    testing::Values(HomeName{"blanks", "with blanks  in it"}, HomeName{"one blank", " "},
+                    HomeName{"a double quote", "double\"quote"},
                     // The quoted command does not hold the plain path, by which the helper is known.
-                    HomeName{"single'quote", "conflict: "}, HomeName{"Ünïcode 家 🏠"}, HomeName{"new\nline"},
-                    HomeName{"tab\there"}, HomeName{"$HOME"}, HomeName{"`id`"}, HomeName{"$(id)"}, HomeName{"-e"},
-                    HomeName{"back\\slash"}, HomeName{"*"}, HomeName{"a;b&c|d>e"}, HomeName{"%s%n"}, HomeName{"a:b"},
-                    HomeName{std::string(200, 'x')}));
+                    HomeName{"a single quote", "single'quote", "conflict: "}, HomeName{"other letters", "Ünïcode 家 🏠"},
+                    HomeName{"two lines", "new\nline"}, HomeName{"a tab", "tab\there"}, HomeName{"a variable", "$HOME"},
+                    HomeName{"a command", "`id`"}, HomeName{"another command", "$(id)"}, HomeName{"an option", "-e"},
+                    HomeName{"a backslash", "back\\slash"}, HomeName{"a pattern", "*"},
+                    HomeName{"a shell's marks", "a;b&c|d>e"}, HomeName{"a format", "%s%n"},
+                    HomeName{"a list of paths", "a:b"}, HomeName{"a long name", std::string(200, 'x')}));
 
 class HomeTest : public testing::Test {
 protected:
