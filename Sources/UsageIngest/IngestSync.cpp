@@ -65,7 +65,9 @@ struct Visit {
     std::optional<ParsedFile> ahead;
 
     [[nodiscard]] LineTailReader reader() const {
-        return {.url = file, .startOffset = static_cast<std::uint64_t>(cursor.byteOffset)};
+        return {.url = file,
+                .startOffset = static_cast<std::uint64_t>(cursor.byteOffset),
+                .holes = LineTailReader::Holes::passedOver};
     }
     [[nodiscard]] std::int64_t bytesToRead() const { return nothingNew ? 0 : cursor.file.size - cursor.byteOffset; }
 };

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <memory>
 #include <span>
+#include <utility>
 
 #include "UsageModel/Files.h"
 
@@ -11,10 +12,18 @@ namespace UsageIngest {
 
 namespace {
 
+bool isHole(std::span<const char> chunk) {
+    return !chunk.empty() && chunk.front() == '\0' &&
+           std::memcmp(chunk.data(), chunk.data() + 1, chunk.size() - 1) == 0;
+}
+
 /// Bytes read and not yet consumed; the unfinished line stays at the front between two reads.
 class LineBuffer {
 public:
-    explicit LineBuffer(std::size_t chunkSize) : chunkSize_(chunkSize), size_(2 * chunkSize) {}
+    LineBuffer(std::size_t chunkSize, LineTailReader::Holes holes)
+        : chunkSize_(chunkSize),
+          holes_(holes),
+          size_(2 * chunkSize) {}
 
     std::span<char> roomForChunk() {
         if (size_ - filled_ < chunkSize_) grow();
@@ -22,19 +31,25 @@ public:
     }
 
     /// Hands on the lines that the next `count` bytes complete; returns how many bytes that consumed.
-    std::size_t take(std::size_t count, const std::function<void(std::string_view)>& onLine) {
+    std::uint64_t take(std::size_t count, const std::function<void(std::string_view)>& onLine) {
+        const std::span<const char> chunk(bytes_.get() + filled_, count);
         const char* lineStart = bytes_.get();
-        const char* end = bytes_.get() + filled_ + count;
+        const char* end = chunk.data() + count;
         // Only the new bytes are searched: a line of many chunks would otherwise cost the square of its length.
-        const char* searchFrom = bytes_.get() + filled_;
+        const char* searchFrom = chunk.data();
+        std::uint64_t consumed = 0;
         while (const void* found = std::memchr(searchFrom, '\n', static_cast<std::size_t>(end - searchFrom))) {
             const char* lineFeed = static_cast<const char*>(found);
-            if (lineFeed > lineStart) onLine({lineStart, lineFeed});
+            if (lineFeed > lineStart && passedOver_ == 0) onLine({lineStart, lineFeed});
+            consumed += std::exchange(passedOver_, 0);
             lineStart = searchFrom = lineFeed + 1;
         }
         filled_ = static_cast<std::size_t>(end - lineStart);
         if (lineStart != bytes_.get()) std::memmove(bytes_.get(), lineStart, filled_);
-        return static_cast<std::size_t>(lineStart - bytes_.get());
+        consumed += static_cast<std::uint64_t>(lineStart - bytes_.get());
+        const bool entersHole = holes_ == LineTailReader::Holes::passedOver && count == chunkSize_ && isHole(chunk);
+        if (entersHole || passedOver_ > 0) passedOver_ += std::exchange(filled_, 0);
+        return consumed;
     }
 
 private:
@@ -46,8 +61,11 @@ private:
     }
 
     std::size_t chunkSize_;
+    LineTailReader::Holes holes_;
     std::size_t size_;
     std::size_t filled_ = 0;
+    /// Of the unfinished line, which is not kept, where it is not zero.
+    std::uint64_t passedOver_ = 0;
     // No vector: to fill it with zeros first would take as long as reading a small file.
     std::unique_ptr<char[]> bytes_ = std::make_unique_for_overwrite<char[]>(size_);
 };
@@ -58,7 +76,7 @@ std::uint64_t LineTailReader::read(const std::function<void(std::string_view)>& 
     UsageModel::ReadableFile file(url);
     file.seek(startOffset);
 
-    LineBuffer buffer(static_cast<std::size_t>(std::max<std::int64_t>(chunkSize, 1)));
+    LineBuffer buffer(static_cast<std::size_t>(std::max<std::int64_t>(chunkSize, 1)), holes);
     std::uint64_t consumed = startOffset;
     while (const std::size_t count = file.read(buffer.roomForChunk())) consumed += buffer.take(count, onLine);
     return consumed;

@@ -14,6 +14,13 @@ struct LineTailReader {
     std::uint64_t startOffset = 0;
     /// Bytes asked of the file per read; at least 1.
     std::int64_t chunkSize = 262144;
+    enum class Holes {
+        kept,
+        /// A line is passed over, and takes no memory, from where a whole chunk of it is NULs: as the hole of a sparse
+        /// file reads, which takes no room on the disk. Such a line is no JSON.
+        passedOver,
+    };
+    Holes holes = Holes::kept;
 
     /// Calls `onLine` with each complete, non-empty line, without its line feed, and returns the offset of the first
     /// byte not consumed: the one behind the last line feed, or `startOffset` where there is none. The bytes handed

@@ -59,8 +59,9 @@ class User:
         self.home = desktop.home
         self.settings = self.home / ".claude/settings.json"
 
-    def start_program(self):
-        return self.desktop.start("program", str(self.program))
+    def start_program(self, descriptors=None):
+        limit = ("sh", "-c", f'ulimit -n {descriptors} && exec "$0"') if descriptors else ()
+        return self.desktop.start("program", *limit, str(self.program))
 
     def wait_for_end(self):
         process = self.desktop.running["program"]

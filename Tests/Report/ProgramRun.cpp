@@ -11,18 +11,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Support/Quoted.h"
 #include "Support/TemporaryFolder.h"
 #include "UsageModel/Files.h"
 
 namespace Report {
 
-namespace {
+using TestSupport::quoted;
 
-std::string quoted(const std::string& word) {
-    std::string quoted = "'";
-    for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
+namespace {
 
 int exitStatus(int waitStatus) {
     return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1;
@@ -46,19 +43,22 @@ int exitStatus(int waitStatus) {
 
 } // namespace
 
-Finished runProgram(const std::filesystem::path& home, const std::vector<std::string>& arguments,
-                    const std::string& redirection) {
+Finished runCommand(const std::string& command, const std::string& redirection) {
     const TestSupport::TemporaryFolder outputs;
-    std::string command = "env -i TZ=UTC HOME=" + quoted(home) + " " + quoted(REPORT_PROGRAM);
-    for (const std::string& argument : arguments) command.append(" ").append(quoted(argument));
-    command.append(" >").append(quoted(outputs / "out")).append(" 2>").append(quoted(outputs / "err"));
-    command.append(" ").append(redirection);
-    const int status = std::system(command.c_str());
+    const std::string whole = "{ " + command + "\n} >" + quoted(outputs / "out") + " 2>" + quoted(outputs / "err");
+    const int status = std::system((whole + " " + redirection).c_str());
     return {
         .status = exitStatus(status),
         .out = UsageModel::readWholeFile(outputs / "out"),
         .err = UsageModel::readWholeFile(outputs / "err"),
     };
+}
+
+Finished runProgram(const std::filesystem::path& home, const std::vector<std::string>& arguments,
+                    const std::string& redirection) {
+    std::string command = "env -i TZ=UTC HOME=" + quoted(home) + " " + quoted(REPORT_PROGRAM);
+    for (const std::string& argument : arguments) command.append(" ").append(quoted(argument));
+    return runCommand(command, redirection);
 }
 
 TerminalRun::TerminalRun(const std::filesystem::path& home, const std::vector<std::string>& arguments,

@@ -13,8 +13,11 @@ struct Finished {
     std::string err;
 };
 
-/// Runs the program with this home and no other environment but the zone UTC. `redirection` is a shell's, and comes
-/// after those that catch the two outputs.
+/// Runs a shell's command in the environment of the tests. `redirection` is a shell's, and comes after those that catch
+/// the two outputs.
+[[nodiscard]] Finished runCommand(const std::string& command, const std::string& redirection = "");
+
+/// Runs the program with this home and no other environment but the zone UTC. `redirection` as above.
 [[nodiscard]] Finished runProgram(const std::filesystem::path& home, const std::vector<std::string>& arguments,
                                   const std::string& redirection = "");
 

@@ -6,10 +6,10 @@
 #include <functional>
 
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
 #include "UsageIngest/FaultPoints.h"
 #include "UsageIngest/TurnLog.h"
@@ -196,36 +196,9 @@ TEST_F(FaultTest, EverySQLiteCallInTurnForGood) {
     }
 }
 
-/// A small file system in memory, laid over the folder of the database. Needs the right to mount.
-class SmallDisk {
-public:
-    explicit SmallDisk(const fs::path& where) : where_(where) {
-        fs::create_directories(where);
-        mounted_ = mount("tmpfs", where.c_str(), "tmpfs", 0, "size=400k") == 0;
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-    ~SmallDisk() {
-        if (mounted_) umount2(where_.c_str(), MNT_DETACH);
-    }
-
-    [[nodiscard]] bool isMounted() const { return mounted_; }
-    void grow() const { remount(0, "size=64m"); }
-    void makeReadOnly() const { remount(MS_RDONLY, ""); }
-    void makeWritable() const { remount(0, ""); }
-
-private:
-    void remount(unsigned long flags, const char* options) const {
-        ASSERT_EQ(mount("tmpfs", where_.c_str(), "tmpfs", MS_REMOUNT | flags, options), 0) << errno;
-    }
-
-    fs::path where_;
-    bool mounted_ = false;
-};
-
 TEST(SmallDiskTest, FullDiskFailsClearlyAndCostsNothing) {
     const TemporaryFolder folder;
-    const SmallDisk disk(folder / "support");
+    const TestSupport::SmallDisk disk(folder / "support");
     if (!disk.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
     TestSupport::writeFile(folder / "logs/a.jsonl", TurnLog::line(1));
     IngestStore store(folder / "support/usage.db");
@@ -245,7 +218,7 @@ TEST(SmallDiskTest, FullDiskFailsClearlyAndCostsNothing) {
 
 TEST(SmallDiskTest, ReadOnlyFolderFailsClearlyAndCostsNothing) {
     const TemporaryFolder folder;
-    const SmallDisk disk(folder / "support");
+    const TestSupport::SmallDisk disk(folder / "support");
     if (!disk.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
     TestSupport::writeFile(folder / "logs/a.jsonl", TurnLog::line(1));
     const auto syncOnce = [&] {

@@ -75,6 +75,19 @@ TEST_F(LineTailReaderTest, CarriageReturnsAndNulsStayInTheLine) {
     EXPECT_EQ(readFrom(0), (Reading{{"a\r", std::string("b\0c", 3)}, 7}));
 }
 
+TEST_F(LineTailReaderTest, LinesWithAHoleAreConsumedInSilenceWhereThatIsWanted) {
+    const std::string hole(8, '\0');
+    const std::string content = "a\n" + hole + "b\nc\nd" + hole + hole + "e\n\nf\n" + hole + hole + "\ng\n";
+    write(content + "h" + hole);
+    for (std::int64_t chunk = 1; chunk <= 4; ++chunk) {
+        Reading reading;
+        const LineTailReader reader{.url = file_, .chunkSize = chunk, .holes = LineTailReader::Holes::passedOver};
+        reading.end = reader.read([&](std::string_view line) { reading.lines.emplace_back(line); });
+        EXPECT_EQ(reading, (Reading{{"a", "c", "f", "g"}, content.size()})) << chunk;
+    }
+    EXPECT_EQ(readFrom(0, 4).lines.size(), 7U) << "else they are lines";
+}
+
 TEST_F(LineTailReaderTest, ALineOfManyChunks) {
     const std::string line(5'000'000, 'x');
     write("a\n" + line + "\nb\n");

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <sys/mount.h>
+
+namespace TestSupport {
+
+/// A small file system in memory, laid over a folder, which it makes where it is missing. Needs the right to mount.
+class SmallDisk {
+public:
+    explicit SmallDisk(const std::filesystem::path& where) : where_(where) {
+        std::filesystem::create_directories(where);
+        mounted_ = mount("tmpfs", where.c_str(), "tmpfs", 0, "size=400k") == 0;
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+    ~SmallDisk() {
+        if (mounted_) umount2(where_.c_str(), MNT_DETACH);
+    }
+
+    [[nodiscard]] bool isMounted() const { return mounted_; }
+    void grow() const { remount(0, "size=64m"); }
+    void makeReadOnly() const { remount(MS_RDONLY, ""); }
+    void makeWritable() const { remount(0, ""); }
+
+private:
+    void remount(unsigned long flags, const char* options) const {
+        if (mount("tmpfs", where_.c_str(), "tmpfs", MS_REMOUNT | flags, options) != 0)
+            throw std::system_error(errno, std::generic_category(), "remount");
+    }
+
+    std::filesystem::path where_;
+    bool mounted_ = false;
+};
+
+} // namespace TestSupport
