@@ -46,10 +46,10 @@ void addTurns(std::list<Home>& homes, std::size_t count) {
 }
 
 void addLogs(std::list<Home>& homes, std::size_t count) {
-    const Home& home =
-        homes.emplace_back(Bench::TemporaryTree::Wish{.bytes = count * leastBytesOfLog, .files = count});
-    Bench::add(named("first_sync", count), 1, [&home] { home.open().sync(home.tree.logs()); },
-               [&home] { home.tree.forgetImport(); });
+    const Home& home = homes.emplace_back(Bench::TemporaryTree::Wish{.bytes = count * leastBytesOfLog, .files = count});
+    Bench::add(
+        named("first_sync", count), 1, [&home] { home.open().sync(home.tree.logs()); },
+        [&home] { home.tree.forgetImport(); });
     Bench::add(named("sync", count), rounds, [&home] { home.open().sync(home.tree.logs()); });
 }
 
