@@ -1,4 +1,4 @@
-// How long a run holds up the main thread, and how much memory the program takes with all its windows open.
+// How long a run holds up the main thread.
 //
 // What counts is the longest single thing that the event loop does, in the median of many runs: a click waits no longer
 // than that. Time in which other programs held the processor is left out.
@@ -25,7 +25,6 @@ using Program = HarrowlaneApp::HarrowlaneApp;
 
 constexpr int runs = 30;
 constexpr double secondsAtMost = 0.008;
-constexpr double timesBareApplication = 2.5;
 constexpr QPoint place(600, 10);
 
 /// How long this thread has waited for a processor that others held, seconds: no work of the program.
@@ -134,10 +133,6 @@ int main(int argc, char** argv) {
     HarrowlaneApp::Memory::holdLittle();
     const Bench::PrivateDesktop desktop;
     desktop.enter(home.paths().home());
-    const HarrowlaneApp::ChildProcess bare(
-        {.program = QString::fromStdString(Bench::programBeside(argv[0], "empty-tray")),
-         .arguments = {"--bare"},
-         .variables = {}});
     const HarrowlaneApp::Panel panel;
     TimedApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -153,12 +148,5 @@ int main(int argc, char** argv) {
     scene.program().openSettings();
     Scene::settle();
     met.push_back(isMet("hold-up by a run, all windows open", scene.holdUp()));
-
-    const double measure = Bench::residentBytes(static_cast<pid_t>(bare.processId()));
-    const double resident = Bench::residentBytes(getpid());
-    std::printf("%12.4f MB  all_windows\n%12.4f MB  bare_application\n", resident / 1e6, measure / 1e6);
-    met.push_back(Bench::isMet({"resident memory with all windows open, without 80 bytes a turn",
-                                (resident - Bench::UsersHome::bytesOfTurns) / measure, "times a bare application",
-                                timesBareApplication}));
     return std::ranges::all_of(met, std::identity()) ? 0 : 1;
 }
