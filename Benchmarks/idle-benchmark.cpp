@@ -8,6 +8,8 @@
 #include <stdexcept>
 
 #include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
 
 #include "HarrowlaneApp/Store/UsageStore.h"
 #include "Support/Figures.h"
@@ -34,10 +36,10 @@ constexpr double restEnds = UsageStore::periodSeconds - 2.0;
 constexpr std::int64_t refreshWakeUps = 8;
 
 void rest(double seconds) {
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    while (Clock::now() < end) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
-    }
+    QEventLoop loop;
+    QTimer::singleShot(std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::duration<double>(seconds)),
+                       &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 double wishedSeconds() {
