@@ -334,7 +334,7 @@ private:
 
 SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& progress) {
     const auto reading = meta("reingest_pending") == "1" ? SyncRun::Reading::everything : SyncRun::Reading::onlyNew;
-    // To look at every file once more costs a quarter of a sync that finds nothing new.
+    // Only who is told of progress has a use for the sum, which takes one more look at every file.
     const std::int64_t bytesTotal = progress ? totalSize(files) : 0;
     const auto report = [&](const IngestProgress& reached) {
         if (progress) progress(reached);

@@ -29,7 +29,7 @@ inline constexpr const char* displayName = "Brindlewick";
 /// another program. Wants no application object: called before there is one.
 void leaveBusToSession();
 
-/// Finds out which fonts there are, which takes as long as all else of a start; Qt need not do it again. From any
+/// Finds out which fonts there are, which takes some 10 ms of a start; Qt need not do it again. From any
 /// thread, and without an application object: while one is made, there is time for it.
 void findFonts();
 
