@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Drawing/WeekChartCanvas.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QPainterPath>
 
@@ -19,16 +20,21 @@ QRectF disc(const Point& centre, double diameter) {
     return {centre.x - diameter / 2.0, centre.y - diameter / 2.0, diameter, diameter};
 }
 
+bool isWhole(double pixels) {
+    return pixels == std::round(pixels);
+}
+
 } // namespace
 
 void Canvas::stroke(const Trace& line, const QPen& pen) const {
     if (line.size() < 2) return;
-    painter.setBrush(Qt::NoBrush);
     if (pen.capStyle() == Qt::RoundCap && pen.style() == Qt::CustomDashLine) {
-        painter.setPen(QPen(pen.color(), pen.widthF(), Qt::SolidLine, Qt::RoundCap));
-        painter.drawLines(dashesAlong(line, pen));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(pen.color());
+        for (const QLineF& dash : dashesAlong(line, pen)) painter.drawConvexPolygon(rounded(dash, pen.widthF()));
         return;
     }
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(pen);
     painter.drawPolyline(polygon(line));
 }
@@ -39,8 +45,21 @@ void Canvas::fill(const Trace& area, const QBrush& brush) const {
     painter.drawPolygon(polygon(area));
 }
 
+void Canvas::fillCrisp(const QRectF& rect, const QColor& color) const {
+    // Qt shares out more rows among threads, and waits for these longer than it would paint.
+    constexpr double rowsAtOnce = 64.0;
+    const double strip = rowsAtOnce / layout.pixelsPerPoint;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (double top = rect.top(); top < rect.bottom(); top += strip)
+        painter.fillRect(QRectF(rect.left(), top, rect.width(), std::min(strip, rect.bottom() - top)), color);
+    painter.setRenderHint(QPainter::Antialiasing);
+}
+
 void Canvas::vertical(double x, double from, double to, const QPen& pen) const {
-    const double middle = crisp(x, pen.widthF(), layout.pixelsPerPoint);
+    const double width = pen.widthF();
+    const double middle = crisp(x, width, layout.pixelsPerPoint);
+    if (pen.style() == Qt::SolidLine && isWhole(width * layout.pixelsPerPoint))
+        return fillCrisp({middle - width / 2.0, from, width, to - from}, pen.color());
     painter.setPen(pen);
     painter.drawLine(QPointF(middle, from), QPointF(middle, to));
 }

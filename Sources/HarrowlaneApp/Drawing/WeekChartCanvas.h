@@ -21,6 +21,9 @@ struct Canvas {
 
     void stroke(const Trace& line, const QPen& pen) const;
     void fill(const Trace& area, const QBrush& brush) const;
+    /// With its edges between pixels, as near as can be. A large area takes a fraction of the time that smooth edges
+    /// do.
+    void fillCrisp(const QRectF& rect, const QColor& color) const;
     /// A straight line along the pixels, between two heights or two places.
     void vertical(double x, double from, double to, const QPen& pen) const;
     void horizontal(double y, double from, double to, const QPen& pen) const;

@@ -31,8 +31,8 @@ void paintDayGrid(const Canvas& canvas) {
     if (static_cast<double>(canvas.layout.days.size()) * narrowestDay > canvas.top().width) return;
     for (const DayColumn& day : canvas.layout.days) {
         if (!day.isWeekend) continue;
-        canvas.painter.fillRect(QRectF(QPointF(day.left, canvas.top().y), QPointF(day.right, canvas.bottom().bottom())),
-                                canvas.ink(0.028));
+        canvas.fillCrisp({QPointF(day.left, canvas.top().y), QPointF(day.right, canvas.bottom().bottom())},
+                         canvas.ink(0.028));
     }
     for (const DayColumn& day : canvas.layout.days) {
         if (day.hasLine) canvas.throughPanels(day.left, solid(canvas.ink(0.14), 1.0));

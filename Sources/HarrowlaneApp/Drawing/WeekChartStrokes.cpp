@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <optional>
 
 namespace HarrowlaneApp::WeekChart {
@@ -77,6 +78,20 @@ QList<QLineF> dashesAlong(const Trace& line, const QPen& pen) {
         walk.go(pattern[1] * pen.widthF());
     }
     return dashes;
+}
+
+QPolygonF rounded(const QLineF& dash, double width) {
+    constexpr int edgesOfAnEnd = 4;
+    const double across = std::atan2(dash.dy(), dash.dx()) + std::numbers::pi / 2.0;
+    QPolygonF outline;
+    outline.reserve(2 * (edgesOfAnEnd + 1));
+    for (const double end : {0.0, 1.0}) {
+        for (int corner = 0; corner <= edgesOfAnEnd; ++corner) {
+            const double angle = across + std::numbers::pi * (end + static_cast<double>(corner) / edgesOfAnEnd);
+            outline.append(dash.pointAt(end) + width / 2.0 * QPointF(std::cos(angle), std::sin(angle)));
+        }
+    }
+    return outline;
 }
 
 QPen strokeOf(DashboardTexts::LineKey::Line line, const Palette& palette, Tint tint) {

@@ -3,6 +3,7 @@
 #include <QLineF>
 #include <QList>
 #include <QPen>
+#include <QPolygonF>
 
 #include "HarrowlaneApp/Copy/DashboardTexts.h"
 #include "HarrowlaneApp/Copy/Plane.h"
@@ -26,9 +27,13 @@ struct Dash {
 /// With round ends, by which each dash is longer than told.
 [[nodiscard]] QPen dotted(const QColor& color, double width, const Dash& dash);
 
-/// The dashes of such a pen along a line, each straight from its beginning to its end: what the pen draws, in a quarter
-/// of the time. None where the pen is not a broken one.
+/// The dashes of such a pen along a line, each straight from its beginning to its end. None where the pen is not a
+/// broken one.
 [[nodiscard]] QList<QLineF> dashesAlong(const Trace& line, const QPen& pen);
+
+/// The outline of a dash with round ends, of as many straight edges as the eye can tell at these widths: to fill it
+/// takes a tenth of the time that a pen needs.
+[[nodiscard]] QPolygonF rounded(const QLineF& dash, double width);
 
 /// How a curve is drawn.
 [[nodiscard]] QPen strokeOf(DashboardTexts::LineKey::Line line, const Palette& palette, Tint tint);

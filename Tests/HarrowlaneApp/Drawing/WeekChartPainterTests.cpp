@@ -8,6 +8,7 @@
 #include "ChartWeeks.h"
 #include "HarrowlaneApp/Drawing/BucketColors.h"
 #include "HarrowlaneApp/Drawing/HUDPanel.h"
+#include "HarrowlaneApp/Drawing/WeekChartCanvas.h"
 
 namespace {
 
@@ -159,6 +160,26 @@ TEST_P(Painted, TintsTheWeekendAcrossBothPanelsAndTheGap) {
     EXPECT_TRUE(near(chart.at(x, chart.layout().geometry.bottom.panel.y - 5.0), band));
     EXPECT_TRUE(near(chart.at(x, chart.layout().geometry.bottom.panel.bottom() - 5.0), band));
     EXPECT_TRUE(near(chart.at(weekend->left - 5.0, 20.0), chart.card()));
+}
+
+TEST(WeekChartCanvas, FillsWholePixelsWithoutASeam) {
+    Canvas target(40.0, 240.0, 2.0);
+    WeekChart::Layout layout;
+    layout.pixelsPerPoint = 2.0;
+    const Palette& palette = Palette::resolved(Appearance::dark);
+    target.draw([&](QPainter& painter) {
+        const WeekChart::Canvas canvas{
+            .painter = painter, .layout = layout, .palette = palette, .card = {}, .tint = &Palette::cyan};
+        canvas.fillCrisp({10.2, 5.3, 20.0, 200.0}, canvas.ink(0.5));
+    });
+    const int inside = qAlpha(target.image().pixel(40, 100));
+    EXPECT_GT(inside, 0);
+    for (int y = 0; y < target.image().height(); ++y) {
+        for (int x = 0; x < target.image().width(); ++x) {
+            const bool isInside = x >= 20 && x < 60 && y >= 11 && y < 411;
+            ASSERT_EQ(qAlpha(target.image().pixel(x, y)), isInside ? inside : 0) << x << " " << y;
+        }
+    }
 }
 
 TEST_P(Painted, OutlinesTheRunningSessionWithDashes) {

@@ -52,6 +52,17 @@ TEST(WeekChartStrokes, DashNothingWithoutALineOrAPattern) {
     EXPECT_THAT(dashesAlong({{1.0, 1.0}, {1.0, 1.0}}, pen), SizeIs(1));
 }
 
+TEST(WeekChartStrokes, RoundTheEndsOfADash) {
+    const QRectF across = WeekChart::rounded({10.0, 20.0, 14.0, 20.0}, 3.0).boundingRect();
+    EXPECT_NEAR(across.left(), 8.5, 1e-9);
+    EXPECT_NEAR(across.right(), 15.5, 1e-9);
+    EXPECT_NEAR(across.top(), 18.5, 1e-9);
+    EXPECT_NEAR(across.bottom(), 21.5, 1e-9);
+    const QRectF dot = WeekChart::rounded({10.0, 20.0, 10.0, 20.0}, 3.0).boundingRect();
+    EXPECT_NEAR(dot.width(), 3.0, 1e-9);
+    EXPECT_NEAR(dot.height(), 3.0, 1e-9);
+}
+
 /// How much of the pixels differ clearly.
 double difference(const QImage& left, const QImage& right) {
     int differing = 0;
@@ -77,8 +88,10 @@ TEST(WeekChartStrokes, LookLikeWhatThePenItselfDraws) {
         });
         Canvas byDashes(100.0, 50.0, 2.0);
         byDashes.draw([&](QPainter& painter) {
-            painter.setPen(QPen(pen.color(), pen.widthF(), Qt::SolidLine, Qt::RoundCap));
-            painter.drawLines(dashesAlong(bent, pen));
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(pen.color());
+            for (const QLineF& dash : dashesAlong(bent, pen))
+                painter.drawConvexPolygon(WeekChart::rounded(dash, pen.widthF()));
         });
         EXPECT_LT(difference(byPen.image(), byDashes.image()), 0.05);
     }
