@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace UsageIngest {
 
 namespace {
 
+using UsageModel::Date;
 using UsageModel::EffortLevel;
 using UsageModel::ModelClass;
 using UsageModel::SharedText;
@@ -56,7 +58,7 @@ public:
     UsageEvent read(const SQLiteStmt& row) {
         const auto& model = models_.of(row.text(2));
         return {
-            .ts = UsageModel::Date{row.real(0)},
+            .ts = Date{row.real(0)},
             .sessionId = sessions_.of(row.text(1)).text,
             .model = model.text,
             .modelClass = model.text.empty() ? storedClass(row) : model.attached,
@@ -84,6 +86,38 @@ std::int64_t singleInteger(SQLiteDB& db, const char* sql) {
     return query.step() ? query.integer(0) : 0;
 }
 
+/// Where a turn lies, and when it was.
+struct Place {
+    Date ts;
+    std::size_t from = 0;
+};
+
+/// Moves each turn to where its place stands. No second list is needed: one turn waits aside while those of its cycle
+/// move up, each into the gap that the one before it left.
+void arrange(std::vector<UsageEvent>& events, std::vector<Place>& order) {
+    for (std::size_t start = 0; start < events.size(); ++start) {
+        if (order[start].from == start) continue;
+        UsageEvent aside = std::move(events[start]);
+        std::size_t gap = start;
+        while (order[gap].from != start) {
+            const std::size_t from = std::exchange(order[gap].from, gap);
+            events[gap] = std::move(events[from]);
+            gap = from;
+        }
+        order[gap].from = gap;
+        events[gap] = std::move(aside);
+    }
+}
+
+/// Equal times stay in their order. The places are sorted in the turns' stead, as a turn is five times as large.
+void sortByTime(std::vector<UsageEvent>& events) {
+    std::vector<Place> order;
+    order.reserve(events.size());
+    for (const UsageEvent& event : events) order.push_back({.ts = event.ts, .from = order.size()});
+    std::ranges::stable_sort(order, {}, &Place::ts);
+    arrange(events, order);
+}
+
 struct Rows {
     std::vector<UsageEvent> events;
     std::int64_t last = 0;
@@ -104,7 +138,7 @@ Rows rowsBehind(SQLiteDB& db, std::int64_t after) {
         rows.events.push_back(reader.read(query));
         rows.last = query.integer(rowNumberColumn);
     }
-    std::ranges::stable_sort(rows.events, {}, &UsageEvent::ts);
+    sortByTime(rows.events);
     return rows;
 }
 
@@ -118,6 +152,7 @@ std::vector<UsageEvent> merged(const std::vector<UsageEvent>& older, std::vector
 } // namespace
 
 EventList EventCache::all(SQLiteDB& db) {
+    const HeldConnection held(db);
     // Asked before the rows are read: a commit in between is then found next time.
     const std::int64_t foreignCommits = singleInteger(db, "PRAGMA data_version;");
     const bool current = events_ && foreignCommits == foreignCommits_;
@@ -131,7 +166,8 @@ EventList EventCache::all(SQLiteDB& db) {
     return events_;
 }
 
-std::vector<UsageEvent> eventsSince(SQLiteDB& db, UsageModel::Date since) {
+std::vector<UsageEvent> eventsSince(SQLiteDB& db, Date since) {
+    const HeldConnection held(db);
     SQLiteStmt query = db.prepare(std::string("SELECT ") + columns + " FROM usage_event WHERE ts>=? ORDER BY ts;");
     query.bind(1, since.secondsSince1970);
     std::vector<UsageEvent> events;

@@ -112,6 +112,26 @@ TEST_F(IngestStoreTest, EventsSinceIncludeTheInstantAndGoByTime) {
     EXPECT_EQ(store.eventSpan(), (IngestStore::Span{3, Date{10}, Date{30}}));
 }
 
+TEST_F(IngestStoreTest, TurnsOfTheSameTimeKeepTheOrderOfTheirRows) {
+    IngestStore store(database_);
+    // Forty times, shuffled, each of them some fifty times over.
+    exec("WITH RECURSIVE row(n) AS (SELECT 0 UNION ALL SELECT n+1 FROM row WHERE n<1999) "
+         "INSERT INTO usage_event(ts,session_id,file_path,output) "
+         "SELECT (n*7919)%1999%40, 's'||n, 'f', n FROM row;");
+    const auto events = *store.allEvents();
+    ASSERT_EQ(events.size(), 2000U);
+    std::int64_t sum = 0;
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        const auto& event = events[i];
+        EXPECT_EQ(event.ts, Date{static_cast<double>(event.output * 7919 % 1999 % 40)});
+        EXPECT_EQ(event.sessionId, "s" + std::to_string(event.output));
+        sum += event.output;
+        if (i == 0) continue;
+        EXPECT_TRUE(std::pair(events[i - 1].ts, events[i - 1].output) < std::pair(event.ts, event.output)) << i;
+    }
+    EXPECT_EQ(sum, 1999 * 2000 / 2);
+}
+
 TEST_F(IngestStoreTest, AnEmptyStoreSpansNothing) {
     IngestStore store = IngestStore::inMemory();
     EXPECT_EQ(store.eventSpan(), IngestStore::Span{});
