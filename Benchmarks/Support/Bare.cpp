@@ -17,7 +17,7 @@ using UsageIngest::SQLiteDB;
 using UsageIngest::SQLiteStmt;
 
 /// Reads into a buffer that serves file after file, with the room behind the end that simdjson asks for.
-std::string_view readWhole(const fs::path& file, std::vector<char>& buffer) {
+std::string_view readWhole(const std::string& file, std::vector<char>& buffer) {
     const std::size_t size = fs::file_size(file);
     if (buffer.size() < size + simdjson::SIMDJSON_PADDING) buffer.resize(size + simdjson::SIMDJSON_PADDING);
     std::ifstream stream;
@@ -48,11 +48,11 @@ std::vector<std::string> schemaOf(const fs::path& database) {
 
 } // namespace
 
-std::size_t parseAll(std::span<const fs::path> logs) {
+std::size_t parseAll(std::span<const std::string> logs) {
     std::vector<char> buffer;
     simdjson::dom::parser parser;
     std::size_t good = 0;
-    for (const fs::path& log : logs) good += parseLines(readWhole(log, buffer), parser);
+    for (const std::string& log : logs) good += parseLines(readWhole(log, buffer), parser);
     return good;
 }
 

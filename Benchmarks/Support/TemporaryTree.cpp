@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include "SampleHome/SampleHome.h"
-#include "UsageIngest/LogDiscovery.h"
 #include "UsageIngest/SQLiteDB.h"
 
 namespace Bench {
@@ -30,7 +29,7 @@ TemporaryTree::~TemporaryTree() {
     std::filesystem::remove_all(folder_, ignored);
 }
 
-std::vector<std::filesystem::path> TemporaryTree::logs() const {
+UsageIngest::LogFiles TemporaryTree::logs() const {
     return UsageIngest::LogDiscovery(projects()).discover();
 }
 

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <vector>
+
+#include "UsageIngest/LogDiscovery.h"
 
 namespace Bench {
 
@@ -27,7 +28,7 @@ public:
     [[nodiscard]] std::filesystem::path home() const { return folder_ / "home"; }
     [[nodiscard]] std::filesystem::path projects() const { return home() / ".claude/projects"; }
     [[nodiscard]] std::filesystem::path database() const { return folder_ / "support/usage.db"; }
-    [[nodiscard]] std::vector<std::filesystem::path> logs() const;
+    [[nodiscard]] UsageIngest::LogFiles logs() const;
 
     /// Removes the database, so that the next import starts from nothing.
     void forgetImport() const;

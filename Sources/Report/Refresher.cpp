@@ -14,7 +14,7 @@ namespace {
 using UsageIngest::IngestStore;
 using UsageModel::AppPaths;
 
-using Logs = std::vector<std::filesystem::path>;
+using UsageIngest::LogFiles;
 
 IngestStore openStore(const AppPaths& paths) {
     UsageModel::createPrivateFolders(paths.support());
@@ -23,7 +23,7 @@ IngestStore openStore(const AppPaths& paths) {
 }
 
 /// Why the record could not be brought up to date; absent where it could.
-std::optional<std::string> sync(IngestStore& store, const Logs& logs, const IngestStore::Progress& progress) try {
+std::optional<std::string> sync(IngestStore& store, const LogFiles& logs, const IngestStore::Progress& progress) try {
     store.sync(logs, progress);
     return std::nullopt;
 } catch (const UsageIngest::SQLiteError& error) {
@@ -32,7 +32,7 @@ std::optional<std::string> sync(IngestStore& store, const Logs& logs, const Inge
     return std::string("cannot read the logs; showing what was known before: ") + error.what();
 }
 
-History historyOf(const Logs& logs, const UsageIngest::EventList& events) {
+History historyOf(const LogFiles& logs, const UsageIngest::EventList& events) {
     if (!events->empty()) return History::turns;
     return logs.empty() ? History::noLogs : History::noTurns;
 }
@@ -45,7 +45,7 @@ Refresher::Refresher(AppPaths paths, const UsageModel::Calendar& calendar)
       store_(openStore(paths_)) {}
 
 Knowledge Refresher::load(const IngestStore::Progress& progress) {
-    const Logs logs = UsageIngest::LogDiscovery(paths_.sessionLogs()).discover();
+    const LogFiles logs = UsageIngest::LogDiscovery(paths_.sessionLogs()).discover();
     std::optional<std::string> complaint = sync(store_, logs, progress);
     UsageIngest::EventList events = store_.allEvents();
     if (auto reading = UsageGauge::GaugeReader{paths_.gaugeFile()}.read()) lastGoodGauge_ = std::move(reading);

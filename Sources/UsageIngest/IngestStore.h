@@ -71,7 +71,7 @@ public:
     /// cannot be read). A file that only grew is read on from where the last complete line ended; one that was
     /// replaced or shrank loses its rows and is read anew. `progress` is called as the run goes on, in bytes of logs,
     /// and must not call back into the store.
-    SyncStats sync(std::span<const std::filesystem::path> files, const Progress& progress = {});
+    SyncStats sync(std::span<const std::string> files, const Progress& progress = {});
 
 private:
     explicit IngestStore(SQLiteDB db);

@@ -18,7 +18,6 @@ using UsageModel::FileStat;
 using UsageModel::fileStat;
 using UsageModel::IngestProgress;
 using UsageModel::UsageEvent;
-namespace fs = std::filesystem;
 
 constexpr const char* insertEvent =
     "INSERT INTO usage_event(ts,session_id,file_path,model,model_class,input,output,cache_creation,cache_read,effort)\n"
@@ -57,7 +56,7 @@ struct ParsedFile {
 
 /// What is to be done with one file.
 struct Visit {
-    const fs::path& file;
+    const std::string& file;
     /// Where to begin, and the file as it was before the reading.
     Cursor cursor;
     bool nothingNew = false;
@@ -91,9 +90,8 @@ Batch readAhead(Batch batch, LogLineParser& parser) {
 }
 
 /// Whether the batch holds rows of the file that are not stored yet.
-bool isReading(const Batch& batch, const fs::path& file) {
-    return std::ranges::any_of(
-        batch, [&](const Visit& visit) { return !visit.nothingNew && visit.file.native() == file.native(); });
+bool isReading(const Batch& batch, const std::string& file) {
+    return std::ranges::any_of(batch, [&](const Visit& visit) { return !visit.nothingNew && visit.file == file; });
 }
 
 // The text form as SQLite takes it: a NUL follows every name of an enumeration.
@@ -102,9 +100,9 @@ const char* cText(Enum value) {
     return UsageModel::text(value).data();
 }
 
-std::int64_t totalSize(std::span<const fs::path> files) {
+std::int64_t totalSize(std::span<const std::string> files) {
     std::int64_t total = 0;
-    for (const fs::path& file : files) total += fileStat(file).size;
+    for (const std::string& file : files) total += fileStat(file).size;
     return total;
 }
 
@@ -128,7 +126,7 @@ public:
     enum class Reading { onlyNew, everything };
 
     /// Finds out what is to be done with the file, and deletes the rows that it must lose.
-    Visit begin(const fs::path& file, Reading reading);
+    Visit begin(const std::string& file, Reading reading);
     /// Stores what the file holds behind its cursor.
     void finish(Visit& visit);
 
@@ -136,14 +134,14 @@ public:
     [[nodiscard]] bool deletedRows() const { return deletedRows_; }
 
 private:
-    std::optional<Cursor> cursorOf(const fs::path& file);
-    Cursor startOf(const fs::path& file, const FileStat& now, const std::optional<Cursor>& cursor, Reading reading);
-    void deleteEventsOf(const fs::path& file);
+    std::optional<Cursor> cursorOf(const std::string& file);
+    Cursor startOf(const std::string& file, const FileStat& now, const std::optional<Cursor>& cursor, Reading reading);
+    void deleteEventsOf(const std::string& file);
     std::uint64_t storeRows(Visit& visit);
     void take(const ParsedLine& row, Visit& visit);
-    void take(const UsageEvent& event, const fs::path& file);
+    void take(const UsageEvent& event, const std::string& file);
     void take(const Anchor& anchor);
-    void store(const Cursor& cursor, const fs::path& file);
+    void store(const Cursor& cursor, const std::string& file);
     bool succeeds(const std::function<void()>& operation);
 
     SQLiteDB& db_;
@@ -156,7 +154,7 @@ private:
     bool deletedRows_ = false;
 };
 
-Visit SyncRun::begin(const fs::path& file, Reading reading) {
+Visit SyncRun::begin(const std::string& file, Reading reading) {
     const FileStat now = fileStat(file);
     const std::optional<Cursor> known = cursorOf(file);
     Visit visit{.file = file, .cursor = startOf(file, now, known, reading), .nothingNew = false, .ahead = {}};
@@ -178,7 +176,7 @@ void SyncRun::finish(Visit& visit) {
     store(visit.cursor, visit.file);
 }
 
-std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) {
+std::optional<Cursor> SyncRun::cursorOf(const std::string& file) {
     const bool prepared = selectCursor_ || succeeds([&] { selectCursor_ = db_.prepare(selectCursor); });
     if (!prepared) return std::nullopt;
 
@@ -199,7 +197,7 @@ std::optional<Cursor> SyncRun::cursorOf(const fs::path& file) {
 }
 
 /// Where to begin: the old cursor where the file has only grown; else its beginning, without the rows it gave before.
-Cursor SyncRun::startOf(const fs::path& file, const FileStat& now, const std::optional<Cursor>& cursor,
+Cursor SyncRun::startOf(const std::string& file, const FileStat& now, const std::optional<Cursor>& cursor,
                         Reading reading) {
     const Cursor beginning{.file = now, .byteOffset = 0, .lastTs = cursor ? cursor->lastTs : 0.0};
     if (reading == Reading::onlyNew) {
@@ -211,7 +209,7 @@ Cursor SyncRun::startOf(const fs::path& file, const FileStat& now, const std::op
     return beginning;
 }
 
-void SyncRun::deleteEventsOf(const fs::path& file) {
+void SyncRun::deleteEventsOf(const std::string& file) {
     SQLiteStmt removal = db_.prepare(deleteEvents);
     removal.bind(1, file.c_str());
     removal.step();
@@ -234,7 +232,7 @@ void SyncRun::take(const ParsedLine& row, Visit& visit) {
     }
 }
 
-void SyncRun::take(const UsageEvent& event, const fs::path& file) {
+void SyncRun::take(const UsageEvent& event, const std::string& file) {
     insertEvent_.reset();
     insertEvent_.bind(1, event.ts.secondsSince1970);
     insertEvent_.bind(2, event.sessionId.c_str());
@@ -262,7 +260,7 @@ void SyncRun::take(const Anchor& anchor) {
     ++stats_.anchorsInserted;
 }
 
-void SyncRun::store(const Cursor& cursor, const fs::path& file) {
+void SyncRun::store(const Cursor& cursor, const std::string& file) {
     upsertCursor_.reset();
     upsertCursor_.bind(1, file.c_str());
     upsertCursor_.bind(2, cursor.file.inode);
@@ -289,7 +287,7 @@ bool SyncRun::succeeds(const std::function<void()>& operation) {
 /// Gives out the files in their order, a batch at a time, each being read by another thread meanwhile.
 class BatchReader {
 public:
-    BatchReader(std::span<const fs::path> files, SyncRun& run, SyncRun::Reading reading)
+    BatchReader(std::span<const std::string> files, SyncRun& run, SyncRun::Reading reading)
         : files_(files),
           run_(run),
           reading_(reading) {}
@@ -323,7 +321,7 @@ public:
     }
 
 private:
-    std::span<const fs::path> files_;
+    std::span<const std::string> files_;
     SyncRun& run_;
     SyncRun::Reading reading_;
     LogLineParser parser_; // of the reading thread
@@ -332,7 +330,7 @@ private:
 
 } // namespace
 
-SyncStats IngestStore::sync(std::span<const fs::path> files, const Progress& progress) {
+SyncStats IngestStore::sync(std::span<const std::string> files, const Progress& progress) {
     const auto reading = meta("reingest_pending") == "1" ? SyncRun::Reading::everything : SyncRun::Reading::onlyNew;
     // Only who is told of progress has a use for the sum, which takes one more look at every file.
     const std::int64_t bytesTotal = progress ? totalSize(files) : 0;

@@ -7,11 +7,15 @@ namespace UsageIngest {
 
 namespace {
 
-void collect(const std::filesystem::path& folder, std::vector<std::filesystem::path>& logs) {
+std::string below(const std::string& folder, const std::string& name) {
+    return folder.ends_with('/') ? folder + name : folder + '/' + name;
+}
+
+void collect(const std::string& folder, LogFiles& logs) {
     for (const UsageModel::FolderEntry& entry : UsageModel::folderEntries(folder)) {
         if (entry.name.starts_with('.')) continue;
-        if (entry.name.ends_with(".jsonl")) logs.push_back(folder / entry.name);
-        if (entry.isFolder) collect(folder / entry.name, logs);
+        if (entry.name.ends_with(".jsonl")) logs.push_back(below(folder, entry.name));
+        if (entry.isFolder) collect(below(folder, entry.name), logs);
     }
 }
 
@@ -20,9 +24,9 @@ void collect(const std::filesystem::path& folder, std::vector<std::filesystem::p
 LogDiscovery::LogDiscovery(std::optional<std::filesystem::path> folder)
     : root(folder ? *std::move(folder) : UsageModel::AppPaths().sessionLogs()) {}
 
-std::vector<std::filesystem::path> LogDiscovery::discover() const {
-    std::vector<std::filesystem::path> logs;
-    collect(root, logs);
+LogFiles LogDiscovery::discover() const {
+    LogFiles logs;
+    collect(root.native(), logs);
     return logs;
 }
 

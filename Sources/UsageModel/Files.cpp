@@ -33,15 +33,15 @@ struct FolderCloser {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-bool isFolder(const std::filesystem::path& folder, const dirent& entry) {
+bool isFolder(const std::string& folder, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
     struct stat attributes {};
-    return lstat((folder / entry.d_name).c_str(), &attributes) == 0 && S_ISDIR(attributes.st_mode);
+    return lstat((folder + '/' + entry.d_name).c_str(), &attributes) == 0 && S_ISDIR(attributes.st_mode);
 }
 
 } // namespace
 
-FileStat fileStat(const std::filesystem::path& path) noexcept {
+FileStat fileStat(const std::string& path) noexcept {
     struct stat attributes {};
     if (retried([&] { return stat(path.c_str(), &attributes); }) != 0) return {};
     const auto& modified = attributes.st_mtim;
@@ -109,7 +109,7 @@ std::string readToEnd(int fd) {
     return content;
 }
 
-std::vector<FolderEntry> folderEntries(const std::filesystem::path& folder) {
+std::vector<FolderEntry> folderEntries(const std::string& folder) {
     DIR* opened = opendir(folder.c_str());
     while (opened == nullptr && errno == EINTR) opened = opendir(folder.c_str());
     const std::unique_ptr<DIR, FolderCloser> open(opened);

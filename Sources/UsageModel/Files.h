@@ -23,7 +23,7 @@ struct FileStat {
 };
 
 /// Links are followed. All zero where the attributes cannot be read; never throws.
-[[nodiscard]] FileStat fileStat(const std::filesystem::path& path) noexcept;
+[[nodiscard]] FileStat fileStat(const std::string& path) noexcept;
 
 /// A regular file open for reading; closed when it goes away.
 class ReadableFile {
@@ -61,7 +61,7 @@ struct FolderEntry {
 
 /// The entries of a folder but "." and "..", in the order the system gives them. Where the folder cannot be read, as
 /// many as could be; never throws.
-[[nodiscard]] std::vector<FolderEntry> folderEntries(const std::filesystem::path& folder);
+[[nodiscard]] std::vector<FolderEntry> folderEntries(const std::string& folder);
 
 /// Makes the folder and its parents where they are missing, for the owner alone (0700). Existing ones stay as they are.
 void createPrivateFolders(const std::filesystem::path& folder);

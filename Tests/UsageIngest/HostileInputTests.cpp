@@ -367,7 +367,7 @@ TEST_F(HostileInputTest, WithoutPermission) {
 
 TEST_F(HostileInputTest, AFileThatVanishesDuringTheRunKeepsItsRows) {
     const long last = 1000; // far behind what is read ahead of the first report
-    std::vector<fs::path> files;
+    UsageIngest::LogFiles files;
     for (long i = 1; i <= last; ++i) {
         write(std::to_string(i), line(i));
         files.push_back(log(std::to_string(i)));

@@ -86,7 +86,7 @@ TEST_F(IngestSyncTest, CountsWhatItDid) {
 TEST_F(IngestSyncTest, TheFirstImportLeavesTheIndexesWhereverItEnds) {
     const std::vector<std::string> both{"ix_event_path", "ix_event_ts"};
     write("a", line(1));
-    const std::vector<fs::path> files{log("a"), log("missing")};
+    const UsageIngest::LogFiles files{log("a"), log("missing")};
     EXPECT_THROW(store_.sync(files), std::system_error);
     EXPECT_EQ(indexes(), both);
     sync();
@@ -191,7 +191,7 @@ TEST_F(IngestSyncTest, AFileThatCannotBeReadUndoesTheRun) {
     append("a", line(3));
     append("b", line(4));
     fs::create_directory(log("folder"));
-    const std::vector<fs::path> files{log("a"), log("b"), log("folder")};
+    const UsageIngest::LogFiles files{log("a"), log("b"), log("folder")};
     EXPECT_THROW(store_.sync(files), std::system_error);
     EXPECT_EQ(counts(), onceEach(1, 2));
     EXPECT_EQ(cursorOf("a", "byte_offset"), static_cast<double>(line(1).size()));
@@ -204,7 +204,7 @@ TEST_F(IngestSyncTest, AFileThatVanishesAfterDiscoveryKeepsItsRows) {
     write("a", line(1));
     sync();
     fs::remove(log("a"));
-    EXPECT_THROW(store_.sync(std::vector{log("a")}), std::system_error);
+    EXPECT_THROW(store_.sync(UsageIngest::LogFiles{log("a")}), std::system_error);
     EXPECT_EQ(counts(), onceEach(1, 1));
 }
 
@@ -227,7 +227,7 @@ TEST_F(IngestSyncTest, ACursorThatCannotBeWrittenIsReadAgain) {
 }
 
 TEST_F(IngestSyncTest, ProgressIsToldForEveryEighthTheLastAndTheSkipped) {
-    std::vector<fs::path> files;
+    UsageIngest::LogFiles files;
     for (int i = 0; i < 10; ++i) {
         write(std::to_string(i), line(i + 1));
         files.push_back(log(std::to_string(i)));
@@ -247,8 +247,9 @@ TEST_F(IngestSyncTest, ProgressIsToldForEveryEighthTheLastAndTheSkipped) {
 
 TEST_F(IngestSyncTest, ACallbackThatThrowsUndoesTheRun) {
     write("a", line(1));
-    EXPECT_THROW(store_.sync(std::vector{log("a")}, [](const IngestProgress&) { throw std::domain_error("stop"); }),
-                 std::domain_error);
+    EXPECT_THROW(
+        store_.sync(UsageIngest::LogFiles{log("a")}, [](const IngestProgress&) { throw std::domain_error("stop"); }),
+        std::domain_error);
     EXPECT_TRUE(counts().empty());
     sync();
     EXPECT_EQ(counts(), onceEach(1, 1));
@@ -339,7 +340,7 @@ TEST_F(IngestSyncTest, NoPermissionFailsClearly) {
         if (setgid(65534) != 0 || setuid(65534) != 0) _exit(2);
         try {
             IngestStore other(folder_ / "other/usage.db");
-            other.sync(std::vector{log("a")});
+            other.sync(UsageIngest::LogFiles{log("a")});
             _exit(1);
         } catch (const std::system_error&) {
             _exit(0);

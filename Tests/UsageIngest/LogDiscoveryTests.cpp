@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 std::set<std::string> found(const fs::path& root) {
     std::set<std::string> names;
-    for (const fs::path& path : UsageIngest::LogDiscovery(root).discover())
+    for (const std::string& path : UsageIngest::LogDiscovery(root).discover())
         names.insert(fs::path(path).lexically_relative(root).string());
     return names;
 }
@@ -49,6 +49,8 @@ TEST(LogDiscovery, ARootThatIsALinkOrEndsInASlashIsWalked) {
     TestSupport::writeFile(folder / "real/x.jsonl", "");
     fs::create_directory_symlink("real", folder / "link");
     EXPECT_EQ(found(folder / "link").size(), 1U);
+    const std::string withSlash = (folder / "real/").native();
+    EXPECT_EQ(UsageIngest::LogDiscovery(withSlash).discover(), UsageIngest::LogFiles{withSlash + "x.jsonl"});
 }
 
 TEST(LogDiscovery, AMissingRootAndAFileAsRootAreEmpty) {

@@ -31,8 +31,8 @@ class Model {
 public:
     void noteLine(const std::string& line, long turn) { turnOf_[line] = turn; }
 
-    void sync(const std::vector<fs::path>& files) {
-        for (const fs::path& file : files) visit(file);
+    void sync(const UsageIngest::LogFiles& files) {
+        for (const std::string& file : files) visit(file);
     }
 
     [[nodiscard]] Counts counts() const {

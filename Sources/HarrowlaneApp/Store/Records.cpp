@@ -1,7 +1,5 @@
 #include "HarrowlaneApp/Store/Records.h"
 
-#include "UsageIngest/LogDiscovery.h"
-
 namespace HarrowlaneApp {
 
 namespace {
@@ -10,8 +8,8 @@ class LoggedRecords : public Records {
 public:
     explicit LoggedRecords(const UsageModel::AppPaths& paths) : logs_(paths.sessionLogs()), store_(paths.database()) {}
 
-    Files discover() override { return logs_.discover(); }
-    UsageIngest::SyncStats sync(const Files& files) override { return store_.sync(files); }
+    UsageIngest::LogFiles discover() override { return logs_.discover(); }
+    UsageIngest::SyncStats sync(const UsageIngest::LogFiles& files) override { return store_.sync(files); }
     UsageIngest::EventList allEvents() override { return store_.allEvents(); }
     std::vector<UsageModel::Anchor> anchors() override {
         auto anchors = store_.anchors();

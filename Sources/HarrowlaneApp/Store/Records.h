@@ -1,10 +1,10 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <vector>
 
 #include "UsageIngest/IngestStore.h"
+#include "UsageIngest/LogDiscovery.h"
 #include "UsageModel/Anchor.h"
 #include "UsageModel/AppPaths.h"
 
@@ -14,17 +14,15 @@ namespace HarrowlaneApp {
 /// `std::exception`.
 class Records {
 public:
-    using Files = std::vector<std::filesystem::path>;
-
     Records() = default;
     Records(const Records&) = delete;
     Records& operator=(const Records&) = delete;
     virtual ~Records() = default;
 
     /// The log files there are.
-    [[nodiscard]] virtual Files discover() = 0;
+    [[nodiscard]] virtual UsageIngest::LogFiles discover() = 0;
     /// Reads what is new in them.
-    virtual UsageIngest::SyncStats sync(const Files& files) = 0;
+    virtual UsageIngest::SyncStats sync(const UsageIngest::LogFiles& files) = 0;
     [[nodiscard]] virtual UsageIngest::EventList allEvents() = 0;
     [[nodiscard]] virtual std::vector<UsageModel::Anchor> anchors() = 0;
 };

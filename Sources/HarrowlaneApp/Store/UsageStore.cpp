@@ -23,7 +23,7 @@ enum class LogsThere { none, some };
 
 /// The list of files never leaves the records' thread: thousands of paths take long to copy, and even to free.
 LogsThere syncAll(Records& records) {
-    const Records::Files files = records.discover();
+    const UsageIngest::LogFiles files = records.discover();
     records.sync(files);
     return files.empty() ? LogsThere::none : LogsThere::some;
 }

@@ -43,13 +43,13 @@ void FakeRecords::call(const std::string& name, const std::string& failure) {
     if (!failure.empty()) throw std::runtime_error(failure);
 }
 
-Records::Files FakeRecords::discover() {
+UsageIngest::LogFiles FakeRecords::discover() {
     call("discover");
     const std::lock_guard lock(shelf_->mutex);
     return shelf_->files;
 }
 
-UsageIngest::SyncStats FakeRecords::sync(const Files& /*files*/) {
+UsageIngest::SyncStats FakeRecords::sync(const UsageIngest::LogFiles& /*files*/) {
     call("sync", shelf_->syncFailure);
     while (shelf_->isBlocked) std::this_thread::yield();
     return {};

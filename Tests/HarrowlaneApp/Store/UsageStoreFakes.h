@@ -44,7 +44,7 @@ class FakeRecords : public Records {
 public:
     struct Shelf {
         std::mutex mutex;
-        Files files{"a.jsonl"};
+        UsageIngest::LogFiles files{"a.jsonl"};
         std::vector<UsageModel::UsageEvent> events{{.ts = UsageModel::Date{1}, .input = 10}};
         std::vector<UsageModel::Anchor> anchors;
         /// Words of the failure of an operation; empty for none.
@@ -61,8 +61,8 @@ public:
 
     explicit FakeRecords(std::shared_ptr<Shelf> shelf) : shelf_(std::move(shelf)) {}
 
-    Files discover() override;
-    UsageIngest::SyncStats sync(const Files& files) override;
+    UsageIngest::LogFiles discover() override;
+    UsageIngest::SyncStats sync(const UsageIngest::LogFiles& files) override;
     UsageIngest::EventList allEvents() override;
     std::vector<UsageModel::Anchor> anchors() override;
 

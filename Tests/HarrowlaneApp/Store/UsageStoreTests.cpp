@@ -84,7 +84,7 @@ TEST_F(StoreTest, TellsHowFarTheFirstStartHasCome) {
     EXPECT_EQ(store.readiness(), Readiness::noLogsFound) << "though the database knows turns from before";
     EXPECT_FALSE(store.snapshot().calendar.empty()) << "and they count";
 
-    const auto runWith = [&](Records::Files files, std::vector<UsageModel::UsageEvent> events) {
+    const auto runWith = [&](UsageIngest::LogFiles files, std::vector<UsageModel::UsageEvent> events) {
         {
             const std::lock_guard lock(shelf_->mutex);
             shelf_->files = std::move(files);
