@@ -33,10 +33,19 @@ public:
     /// Hands on the lines that the next `count` bytes complete; returns how many bytes that consumed.
     std::uint64_t take(std::size_t count, const std::function<void(std::string_view)>& onLine) {
         const std::span<const char> chunk(bytes_.get() + filled_, count);
+        const bool entersHole = holes_ == LineTailReader::Holes::passedOver && count == chunkSize_ && isHole(chunk);
+        filled_ += count;
+        const std::uint64_t consumed = handOn(chunk, onLine);
+        if (entersHole || passedOver_ > 0) passedOver_ += std::exchange(filled_, 0);
+        return consumed;
+    }
+
+private:
+    // Only the new bytes are searched: a line of many chunks would otherwise cost the square of its length.
+    std::uint64_t handOn(std::span<const char> chunk, const std::function<void(std::string_view)>& onLine) {
         const char* lineStart = bytes_.get();
-        const char* end = chunk.data() + count;
-        // Only the new bytes are searched: a line of many chunks would otherwise cost the square of its length.
         const char* searchFrom = chunk.data();
+        const char* end = chunk.data() + chunk.size();
         std::uint64_t consumed = 0;
         while (const void* found = std::memchr(searchFrom, '\n', static_cast<std::size_t>(end - searchFrom))) {
             const char* lineFeed = static_cast<const char*>(found);
@@ -44,15 +53,16 @@ public:
             consumed += std::exchange(passedOver_, 0);
             lineStart = searchFrom = lineFeed + 1;
         }
-        filled_ = static_cast<std::size_t>(end - lineStart);
-        if (lineStart != bytes_.get()) std::memmove(bytes_.get(), lineStart, filled_);
-        consumed += static_cast<std::uint64_t>(lineStart - bytes_.get());
-        const bool entersHole = holes_ == LineTailReader::Holes::passedOver && count == chunkSize_ && isHole(chunk);
-        if (entersHole || passedOver_ > 0) passedOver_ += std::exchange(filled_, 0);
-        return consumed;
+        const auto length = static_cast<std::size_t>(lineStart - bytes_.get());
+        dropFront(length);
+        return consumed + length;
     }
 
-private:
+    void dropFront(std::size_t length) {
+        filled_ -= length;
+        if (length > 0) std::memmove(bytes_.get(), bytes_.get() + length, filled_);
+    }
+
     void grow() {
         size_ *= 2;
         auto larger = std::make_unique_for_overwrite<char[]>(size_);
