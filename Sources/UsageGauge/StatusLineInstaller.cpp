@@ -70,14 +70,6 @@ std::optional<std::string> commandString(const std::optional<std::string>& value
     return std::nullopt;
 }
 
-/// What was there before the first install, as JSON text.
-std::optional<std::string> priorOf(const std::optional<InstallMarker>& old, const SettingsDocument& settings) {
-    // A repeated install must not take the shim's own entry for the user's.
-    if (old && old->installed) return old->priorStatusLineJSON;
-    const auto current = settings.member(statusLine);
-    return AppPaths::isOurShim(commandString(current)) ? std::nullopt : current;
-}
-
 std::string quoted(const std::string& word) {
     std::string text = "'";
     for (const char c : word) {
@@ -95,6 +87,14 @@ std::string shimCommand(const std::string& shim, const std::optional<std::string
     const std::optional<std::string> wrapped = commandString(prior);
     if (!wrapped || wrapped->empty() || AppPaths::isOurShim(wrapped)) return quoted(shim);
     return "HWL_WRAPPED_STATUSLINE=" + quoted(*wrapped) + " " + quoted(shim);
+}
+
+SettingsDocument documentOrNone(const fs::path& file) try {
+    return SettingsDocument::parse(UsageModel::readWholeFile(file));
+} catch (const std::system_error&) {
+    return {};
+} catch (const UsageModel::Json::Error&) {
+    return {};
 }
 
 } // namespace
@@ -116,10 +116,25 @@ fs::path StatusLineInstaller::backupFile() const {
     return backup += ".hwl-backup";
 }
 
+/// What was there before the first install, as JSON text.
+std::optional<std::string> StatusLineInstaller::priorOf(const std::optional<InstallMarker>& old,
+                                                        const SettingsDocument& settings) const {
+    // A repeated install must not take the shim's own entry for the user's.
+    if (old && old->installed) return old->priorStatusLineJSON;
+    const auto current = settings.member(statusLine);
+    const auto command = commandString(current);
+    if (!AppPaths::isOurShim(command)) return current;
+    // An install that came to its end between settings and marker left the user's own in the backup alone.
+    const auto backedUp = documentOrNone(backupFile()).member(statusLine);
+    const bool isCutOff =
+        !AppPaths::isOurShim(commandString(backedUp)) && command == shimCommand(shimDestURL().native(), backedUp);
+    return isCutOff ? backedUp : std::nullopt;
+}
+
 StatusLineInstaller::State StatusLineInstaller::state() const {
     const auto marker = readMarker();
     if (!marker || !marker->installed) return State::notInstalled;
-    const auto command = commandString(settingsOrNone().member(statusLine));
+    const auto command = commandString(documentOrNone(settingsURL).member(statusLine));
     const bool isOurs = command && command->find(shimDestURL().native()) != std::string::npos;
     return isOurs ? State::installed : State::conflict;
 }
@@ -129,7 +144,7 @@ void StatusLineInstaller::install(const fs::path& shimSource, UsageModel::Date n
     signAdHocIfUnsigned(shimDestURL());
 
     const bool hadSettings = isThere(settingsURL);
-    SettingsDocument settings = settingsOrNone();
+    SettingsDocument settings = documentOrNone(settingsURL);
     if (hadSettings) backUpSettings();
     const auto old = readMarker();
     const auto prior = priorOf(old, settings);
@@ -149,7 +164,7 @@ void StatusLineInstaller::uninstall() const {
     const auto marker = readMarker();
     if (!marker) return;
 
-    SettingsDocument settings = settingsOrNone();
+    SettingsDocument settings = documentOrNone(settingsURL);
     settings.removeMember(statusLine);
     try {
         if (marker->priorStatusLineJSON) settings.setMember(statusLine, *marker->priorStatusLineJSON);
@@ -162,22 +177,6 @@ void StatusLineInstaller::uninstall() const {
     else
         writeSettings(settings);
     fs::remove(markerFile(), ignored);
-}
-
-SettingsDocument StatusLineInstaller::readSettings() const {
-    std::string text;
-    try {
-        text = UsageModel::readWholeFile(settingsURL);
-    } catch (const std::system_error&) {
-        return {};
-    }
-    return SettingsDocument::parse(text);
-}
-
-SettingsDocument StatusLineInstaller::settingsOrNone() const try {
-    return readSettings();
-} catch (const UsageModel::Json::Error&) {
-    return {};
 }
 
 void StatusLineInstaller::writeSettings(const SettingsDocument& settings) const {

@@ -40,9 +40,10 @@ struct StatusLineInstaller {
     /// Never throws but for want of memory: what cannot be read is not there.
     [[nodiscard]] State state() const;
 
-    /// Installs a copy of `shimSource`, or renews an installation, which keeps what the first one remembered. Settings
-    /// that are no JSON are replaced; their text stays in the backup. Throws `std::system_error` or `Json::Error`: the
-    /// settings are then as they were, or, where only the marker failed, new.
+    /// Installs a copy of `shimSource`, or renews an installation, which keeps what the first one remembered, also
+    /// where that was cut off before it could write its marker. Settings that are no JSON are replaced; their text
+    /// stays in the backup. Throws `std::system_error` or `Json::Error`: the settings are then as they were, or, where
+    /// only the marker failed, new.
     void install(const std::filesystem::path& shimSource, UsageModel::Date now) const;
 
     /// Puts back the status line of before the install, whatever it is now. Does nothing without a marker. The copy of
@@ -50,8 +51,8 @@ struct StatusLineInstaller {
     void uninstall() const;
 
 private:
-    [[nodiscard]] SettingsDocument readSettings() const;
-    [[nodiscard]] SettingsDocument settingsOrNone() const;
+    [[nodiscard]] std::optional<std::string> priorOf(const std::optional<InstallMarker>& old,
+                                                     const SettingsDocument& settings) const;
     void writeSettings(const SettingsDocument& settings) const;
     [[nodiscard]] std::optional<InstallMarker> readMarker() const;
     void writeMarker(const InstallMarker& marker) const;

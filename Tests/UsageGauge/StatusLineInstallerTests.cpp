@@ -186,6 +186,28 @@ TEST_F(StatusLineInstallerTest, ATornMarkerIsNone) {
     EXPECT_EQ(readWholeFile(settings_), before);
 }
 
+TEST_F(StatusLineInstallerTest, AfterALostMarkerTheBackupStillTellsTheUsersEntry) {
+    const auto original = json::parse(R"({"a":1,"statusLine":{"type":"command","command":"it's","padding":2}})");
+    writeSettings(original.dump());
+    install();
+    fs::remove(installer_.markerFile());
+    install();
+    EXPECT_EQ(command(), "HWL_WRAPPED_STATUSLINE='it'\\''s' " + quoted(installer_.shimDestURL()));
+    installer_.uninstall();
+    EXPECT_EQ(settings(), original);
+}
+
+TEST_F(StatusLineInstallerTest, ABackupOfAnotherEntryIsNotTakenForWhatWasWrapped) {
+    writeSettings(R"({"statusLine":"cat"})");
+    install();
+    installer_.uninstall();
+    writeSettings(R"({"statusLine":"dog"})");
+    install();
+    fs::remove(installer_.markerFile());
+    install();
+    EXPECT_FALSE(marker().priorStatusLineJSON);
+}
+
 TEST_F(StatusLineInstallerTest, AMarkerWhosePriorIsNoJsonRemovesTheEntry) {
     writeSettings(R"({"a":1,"statusLine":"x"})");
     writeMarker({.installed = true,
