@@ -12,9 +12,8 @@ namespace Report {
 namespace {
 
 using UsageIngest::IngestStore;
-using UsageModel::AppPaths;
-
 using UsageIngest::LogFiles;
+using UsageModel::AppPaths;
 
 IngestStore openStore(const AppPaths& paths) {
     UsageModel::createPrivateFolders(paths.support());
