@@ -31,6 +31,7 @@ public:
 
     /// Reads what is new. Throws `UsageIngest::SQLiteError` where the record cannot be read.
     [[nodiscard]] Knowledge load(const UsageIngest::IngestStore::Progress& progress);
+    /// What follows from it at an instant. Keeps the session cap that it learns for the snapshots to come.
     [[nodiscard]] UsageModel::UsageSnapshot snapshot(const Knowledge& knowledge, UsageModel::Date now);
 
 private:

@@ -37,6 +37,7 @@ struct EffortMix {
 /// Sums over turns, in log units.
 namespace Rollups {
 
+/// Of the turns within the span that the filter admits; 0 where the span is empty.
 [[nodiscard]] double weightedUsage(WeighedTurns turns, const TimeSpan& span, const TurnFilter& filter = {});
 
 struct CumulativeQuestion {
@@ -51,6 +52,7 @@ struct CumulativeQuestion {
 /// is empty. A turn at the very end adds nothing.
 [[nodiscard]] std::vector<UsageModel::SeriesPoint> hourlyCumulative(const CumulativeQuestion& question);
 
+/// Of the turns within the span; classes without one are absent.
 [[nodiscard]] UsageModel::ModelBreakdown byModelClass(WeighedTurns turns, const TimeSpan& span);
 [[nodiscard]] EffortMix byEffort(WeighedTurns turns, const TimeSpan& span);
 

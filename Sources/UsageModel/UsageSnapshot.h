@@ -59,7 +59,7 @@ struct WindowState {
     double elapsedFraction = 0.0;
     /// Where a typical user would stand by now.
     double baselineFraction = 0.0;
-    /// The user's ratio to that.
+    /// The user's ratio to that; very large while the typical user stands near 0.
     double paceVsBaseline = 0.0;
     Confidence confidence;
 
@@ -125,7 +125,7 @@ struct DayCell {
     Date day;
     /// Log units that day.
     double weighted = 0.0;
-    /// The heat level.
+    /// The heat level, 0 (nothing) to 4.
     std::int64_t level = 0;
 
     friend bool operator==(const DayCell&, const DayCell&) = default;

@@ -34,7 +34,7 @@ struct Geometry {
 
     friend bool operator==(const Geometry&, const Geometry&) = default;
 };
-
+/// Of a view in points. In one that is too low the panels keep their least heights, and reach beyond it.
 [[nodiscard]] Geometry geometry(const UsageModel::WeekSeries& series, const Size& size);
 
 /// The fill at the top of the bars' axis: a little above a full cap where any bar is measured by one, else a little

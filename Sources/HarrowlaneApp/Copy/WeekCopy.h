@@ -67,7 +67,7 @@ struct Compact {
 [[nodiscard]] bool hasRoomToSpare(const UsageModel::WeekSeries& series);
 /// The limit; 1 where none is known.
 [[nodiscard]] double limit(const UsageModel::WeekSeries& series);
-
+/// All that the dashboard's card says, and what the popover's says; of a week without points too.
 [[nodiscard]] Content content(const UsageModel::WeekSeries& series, const UsageModel::Calendar& calendar);
 [[nodiscard]] Compact compact(const UsageModel::WeekSeries& series, const UsageModel::Calendar& calendar);
 

@@ -70,6 +70,7 @@ struct Layout {
     QPointF figureStart;
 };
 
+/// `height` in points, above 0. Measures text, and so wants a QGuiApplication.
 [[nodiscard]] Layout layOut(const Reading& reading, double height);
 /// Draws it from an upper left corner on.
 void paint(QPainter& painter, const Layout& layout);

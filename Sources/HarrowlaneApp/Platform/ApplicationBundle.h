@@ -13,9 +13,6 @@ struct ApplicationBundle {
     /// The folder Contents.
     std::filesystem::path contents;
 
-    [[nodiscard]] std::filesystem::path helpers() const { return contents / "Helpers"; }
-    [[nodiscard]] std::filesystem::path resources() const { return contents / "Resources"; }
-
     /// The bundle of an executable, whose path has no links in it. Absent where it does not lie in such a folder, or
     /// Info.plist names no identifier.
     [[nodiscard]] static std::optional<ApplicationBundle> containing(const std::filesystem::path& executable);

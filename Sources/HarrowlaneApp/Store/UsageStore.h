@@ -89,6 +89,7 @@ public:
 
     /// Reads `installState` anew, where another program may have changed Claude Code's settings.
     void lookAtInstallation();
+    /// Points Claude Code's status line at the helper in our bundle, and back. What fails stands in `lastError`.
     void installShim();
     void uninstallShim();
 
@@ -96,6 +97,7 @@ public:
     [[nodiscard]] AuthorizationStatus notificationAuthorization() const { return notificationAuthorization_; }
     /// Asks; the answer comes by `notificationAuthorizationChanged`, where it differs.
     void refreshNotificationAuthorization();
+    /// Shows a banner at once, whatever the settings say. Does nothing in a preview.
     void sendTestNotification();
 
 signals:

@@ -32,8 +32,6 @@ TEST_F(ApplicationBundleTest, IsFoundByWhereTheExecutableLies) {
     const auto bundle = bundleWith(named);
     ASSERT_TRUE(bundle);
     EXPECT_EQ(bundle->identifier, "org.example.Meter");
-    EXPECT_EQ(bundle->helpers(), folder / "Meter.app/Contents/Helpers");
-    EXPECT_EQ(bundle->resources(), folder / "Meter.app/Contents/Resources");
 }
 
 TEST_F(ApplicationBundleTest, IsNotTakenFromAFolderOfAnotherShape) {
