@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
-/// The tables of the record. Times (`ts`, `mtime`, `last_ts`, `resets_at`) are seconds since 1970, sizes and offsets are
-/// bytes, counts are tokens; enumerations are stored by their names.
+/// The tables of the record. Times (`ts`, `mtime`, `last_ts`, `resets_at`) are seconds since 1970, sizes and offsets
+/// are bytes, counts are tokens; enumerations are stored by their names.
 namespace UsageIngest::Schema {
 
 inline constexpr std::array<std::string_view, 4> tableNames{"meta", "file_cursor", "usage_event", "anchor"};
