@@ -53,20 +53,29 @@ int closeFile(sqlite3_file* file) {
     return result;
 }
 
+bool fails(sqlite3_file* file) {
+    return recording != nullptr && !ours(file).name.empty() && recording->strikes();
+}
+
 int writeFile(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 offset) {
+    const bool isToFail = fails(file);
+    const int written = isToFail ? count / 2 : count;
     record({.kind = Kind::write,
             .file = ours(file).name,
             .offset = offset,
-            .bytes = std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(count))});
-    return methods(file).xWrite(real(file), bytes, count, offset);
+            .bytes = std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(written))});
+    const int result = methods(file).xWrite(real(file), bytes, written, offset);
+    return isToFail ? SQLITE_IOERR_WRITE : result;
 }
 
 int truncateFile(sqlite3_file* file, sqlite3_int64 size) {
+    if (fails(file)) return SQLITE_IOERR_TRUNCATE;
     record({.kind = Kind::truncate, .file = ours(file).name, .offset = size, .bytes = {}});
     return methods(file).xTruncate(real(file), size);
 }
 
 int syncFile(sqlite3_file* file, int flags) {
+    if (fails(file)) return SQLITE_IOERR_FSYNC;
     const int result = methods(file).xSync(real(file), flags);
     record({.kind = Kind::sync, .file = ours(file).name, .bytes = {}});
     return result;
@@ -174,6 +183,19 @@ void apply(const Step& step, DiskFile& file) {
     file.everSynced = true;
 }
 
+bool isDatabase(const std::string& name) {
+    return name.ends_with(".db");
+}
+
+/// The first sync of a journal that was made anew is one of the folder too: what was removed before stays away.
+void apply(const Step& step, std::map<std::string, DiskFile>& files) {
+    DiskFile& file = files[step.file];
+    const bool syncsFolder = step.kind == Kind::sync && !file.everSynced && !isDatabase(step.file);
+    apply(step, file);
+    if (!syncsFolder) return;
+    std::erase_if(files, [](const auto& other) { return other.second.removed; });
+}
+
 std::string afterThePowerCut(const DiskFile& file, std::mt19937& random) {
     std::string content = file.synced;
     const std::size_t keptOfFour = random() % 5; // none of them, all of them, and between
@@ -200,9 +222,22 @@ void RecordedDisk::end() {
     recording = nullptr;
 }
 
+void RecordedDisk::failAt(std::size_t n, Lasting lasting) {
+    callsToFailure_ = n;
+    lasting_ = lasting;
+    hasFailed_ = false;
+}
+
+bool RecordedDisk::strikes() {
+    if (hasFailed_) return lasting_ == Lasting::forGood;
+    if (callsToFailure_ == 0 || --callsToFailure_ > 0) return false;
+    hasFailed_ = true;
+    return true;
+}
+
 void RecordedDisk::layDown(std::size_t stepsDone, std::mt19937& random, const std::filesystem::path& folder) const {
     std::map<std::string, DiskFile> files;
-    for (const Step& step : std::span(steps_).first(stepsDone)) apply(step, files[step.file]);
+    for (const Step& step : std::span(steps_).first(stepsDone)) apply(step, files);
     for (const auto& [name, file] : files) {
         const bool mayBeMissing = file.removed || !file.everSynced;
         const bool isGone = file.removed && file.synced.empty();
