@@ -1,7 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
+#include <fstream>
+#include <string>
 #include <system_error>
 
 #include <sys/mount.h>
@@ -22,11 +26,25 @@ public:
     }
 
     [[nodiscard]] bool isMounted() const { return mounted_; }
+    /// Leaves so many bytes for others, in whole pages of 4096, or fewer where there are no more.
+    void fill(std::uintmax_t room = 0) const {
+        makeRoom();
+        const std::string page(4096, 'x');
+        std::ofstream file(filler(), std::ios::binary);
+        file.rdbuf()->pubsetbuf(nullptr, 0);
+        while (file.write(page.data(), static_cast<std::streamsize>(page.size()))) {
+        }
+        file.close();
+        const std::uintmax_t size = std::filesystem::file_size(filler());
+        std::filesystem::resize_file(filler(), size - std::min(size, room));
+    }
+    void makeRoom() const { std::filesystem::remove(filler()); }
     void grow() const { remount(0, "size=64m"); }
     void makeReadOnly() const { remount(MS_RDONLY, ""); }
     void makeWritable() const { remount(0, ""); }
 
 private:
+    [[nodiscard]] std::filesystem::path filler() const { return where_ / "filler"; }
     void remount(unsigned long flags, const char* options) const {
         if (mount("tmpfs", where_.c_str(), "tmpfs", MS_REMOUNT | flags, options) != 0)
             throw std::system_error(errno, std::generic_category(), "remount");
