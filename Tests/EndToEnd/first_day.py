@@ -5,33 +5,33 @@ A user's first day with the program, from an empty home to the removed helper. (
 by way of its pyatspi.)
 """
 
+import decimal
 import json
 import re
 import sys
 import time
 
 from desktop import Desktop, until
-from user import SUPPORT, Session, User, faster_than_the_loop, span
+from user import GAUGE_PATIENCE, LOOP_PATIENCE, SUPPORT, Session, User, span
 
 HOUR = 3600.0
 DAY = 24 * HOUR
 
-# As the program writes it, so that even the bytes can come back: sorted, one member a line.
-OWN_SETTINGS = """{
-  "env": {
-    "EDITOR": "vi"
-  },
-  "model": "opus",
-  "statusLine": {
-    "command": "printf 'my own line'",
-    "padding": 0,
-    "type": "command"
-  }
-}
-"""
+# As a hand writes it: nothing in it stands where, or looks as, the program would write it.
+OWN_SETTINGS = """{ "statusLine" : {"type":"command",
+                   "padding" : 0, "command": "printf 'my own line'"},
+\t"model": "opus",   "env":{"GREETING":"Grüß Gott, 世界 🍎", "EDITOR" : "vi", "ESCAPED":"\\u00e9\\ud83c\\udf4f\\/"},
+  "numbers": [1e2, 0.10, -0.0, 12345678901234567890123, 0.1000000000000000055511151231257827],
+  "empty": {}, "none": null,
+      "allow": ["zsh","bash",   "awk"] }"""
 
 SESSION_BODY = "Hitting 100% pauses Claude until the 5-hour session resets in {}."
 WEEK_BODY = "Hitting 100% locks you out until the weekly window resets in {}."
+
+
+def values(settings):
+    """What a settings file says, its numbers to the last digit."""
+    return json.loads(settings, parse_int=decimal.Decimal, parse_float=decimal.Decimal)
 
 
 class FirstDay:
@@ -93,7 +93,7 @@ class FirstDay:
         self.desktop.picture("first-turn")
 
     def installs_the_helper(self):
-        self.user.settings.write_text(OWN_SETTINGS)
+        self.user.settings.write_bytes(OWN_SETTINGS.encode())
         settings = self.user.open_from_popover("Settings")
         self.reader.wait_for_text(settings, "Not installed")
         self.reader.press(settings, "Install helper")
@@ -102,32 +102,55 @@ class FirstDay:
 
         helper = self.desktop.home / SUPPORT / "bin/brindlewick-statusline"
         wrapped = "'printf '\\''my own line'\\'''"
-        expected = json.loads(OWN_SETTINGS)
+        expected = values(OWN_SETTINGS)
         expected["statusLine"] = {"type": "command", "command": f"HWL_WRAPPED_STATUSLINE={wrapped} '{helper}'"}
-        assert json.loads(self.user.settings.read_text()) == expected
-        backup = self.user.settings.with_name("settings.json.hwl-backup")
-        assert backup.read_text() == OWN_SETTINGS
+        assert values(self.user.settings.read_bytes()) == expected
+        assert self.backup().read_bytes() == OWN_SETTINGS.encode()
+
+    def backup(self):
+        return self.user.settings.with_name("settings.json.hwl-backup")
 
     def sees_the_gauge_move(self):
-        before = self.user.item_picture()
-        assert self.user.status_line(21.4, 48, self.resets) == "my own line"
-        popover = self.user.wait_for_spent(21)
+        """Meter, popover and dashboard are open, and nobody presses anything in between."""
+        _, self.figures = self.user.dashboard_in_figures()
+        popover = self.user.popover()
+        assert self.user.week_used(self.figures) is None
+        assert self.gauge_moves_to(21.4, 48) == "my own line"
         assert "Connect gauge" not in self.reader.texts(popover)
-        until("the meter follows", lambda: self.user.item_picture() != before)
         self.desktop.picture("gauge")
-        # Nobody presses anything in between: the gauge is watched.
-        faster_than_the_loop([lambda percent=percent: self.gauge_moves_to(percent) for percent in range(30, 35)])
-        # What the logs tell since counts on top.
-        before = self.user.item_picture()
-        self.session.turn(time.time(), output=5000, cached=110000)
-        self.reader.press(popover, "Refresh now")
-        until("the popover follows", lambda: self.user.spent(popover) > 34)
-        until("the meter follows", lambda: self.user.item_picture() != before)
+        for step in range(1, 6):
+            self.gauge_moves_to(21.4 + 5 * step, 48 + 3 * step)
+        self.desktop.picture("gauge-moved")
+        self.sees_the_logs_grow()
         self.check_banners()
 
-    def gauge_moves_to(self, percent):
-        self.user.status_line(percent, 48.3, self.resets)
-        self.user.wait_for_spent(percent)
+    def gauge_moves_to(self, session, week):
+        """All of them follow the gauge, sooner than the loop comes by."""
+        before = self.user.item_picture()
+        line = self.user.status_line(session, week, self.resets)
+        self.popover_and_dashboard_follow(session, week)
+        until("the meter follows", lambda: self.user.item_picture() != before, GAUGE_PATIENCE)
+        return line
+
+    def popover_and_dashboard_follow(self, session, week):
+        popover = self.user.popover()
+        told = round(session), round(week)
+        until(f"{told} percent are shown", lambda: self.shown(popover) == told, GAUGE_PATIENCE)
+
+    def shown(self, popover):
+        """The percentages of the session, in the popover, and of the week, in the dashboard."""
+        return self.user.spent(popover), self.user.week_used(self.figures)
+
+    def sees_the_logs_grow(self):
+        """What they tell counts on top of the gauge, as soon as the loop comes by."""
+        popover = self.user.popover()
+        meter, (session, week) = self.user.item_picture(), self.shown(popover)
+        self.session.turn(time.time(), output=5000, cached=110000)
+        until("the popover follows", lambda: (self.user.spent(popover) or 0) > session, LOOP_PATIENCE)
+        # All of them show one snapshot: the next run need not come.
+        until("the dashboard follows", lambda: (self.user.week_used(self.figures) or 0) > week, GAUGE_PATIENCE)
+        until("the meter follows", lambda: self.user.item_picture() != meter, GAUGE_PATIENCE)
+        self.desktop.picture("logs-grew")
 
     def copies_the_advice(self):
         """The week's other sessions come to light, and with them that it is too much."""
@@ -154,8 +177,6 @@ class FirstDay:
 
     def asks_what_if(self):
         dashboard = self.user.open_from_popover("Dashboard")
-        assert not self.user.is_popover_open(), "the popover is in the way"
-        self.desktop.ask("xdotool", "getactivewindow", "windowmove", "0", "24", "windowsize", "860", "940")
         unasked = "Pick a model or an effort level to see where the week would land instead."
         self.reader.wait_for_text(dashboard, unasked)
         self.reader.press(dashboard, "Haiku", "check box")
@@ -196,9 +217,10 @@ class FirstDay:
 
     def climb(self, session, week, *banners):
         """The gauge tells these percentages, and these banners come: urgency, title, body, and whose reset it tells."""
+        self.user.popover()
         since = time.time()
         self.user.status_line(session, week, self.resets)
-        self.user.wait_for_spent(round(session))
+        self.popover_and_dashboard_follow(session, week)
         until("the banners come", lambda: len(self.desktop.banners()) >= len(self.told) + len(banners))
         shown = self.desktop.banners()
         for urgency, title, body, window in banners:
@@ -248,8 +270,15 @@ class FirstDay:
         settings = self.user.open_from_popover("Settings")
         self.reader.press(settings, "Remove helper")
         self.reader.wait_for_text(settings, "Not installed")
-        assert self.user.settings.read_bytes() == OWN_SETTINGS.encode()
+        assert values(self.user.settings.read_bytes()) == values(OWN_SETTINGS)
+        assert self.user.status_line(12, 12, self.resets) == "my own line"
         self.desktop.picture("helper-removed")
+        # These stay, and nothing else does.
+        assert self.backup().read_bytes() == OWN_SETTINGS.encode()
+        assert {file.name for file in self.user.settings.parent.iterdir()} == {
+            "settings.json", self.backup().name, "projects"}
+        assert [file.name for file in (self.desktop.home / SUPPORT / "bin").iterdir()] == ["brindlewick-statusline"]
+        assert not (self.desktop.home / SUPPORT / "statusline-install.json").exists()
         assert self.user.is_running()
         self.check_banners()
 

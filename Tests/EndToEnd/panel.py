@@ -59,22 +59,11 @@ class Panel:
     def starts_at_login(self):
         entry = self.desktop.home / ".config/autostart/app.brindlewick.Brindlewick.desktop"
         assert not entry.exists()
-        self.choose_start_at_login(was_on=False)
+        self.user.choose_start_at_login(was_on=False)
         until("there is an entry", entry.exists)
         assert f'\nExec="{self.user.program}"\n' in entry.read_text(), entry.read_text()
-        self.choose_start_at_login(was_on=True)
+        self.user.choose_start_at_login(was_on=True)
         until("the entry is gone", lambda: not entry.exists())
-
-    def choose_start_at_login(self, was_on):
-        self.user.click_item(button=3)
-        menu = self.reader.window("popup menu", None)
-        assert self.reader.texts(menu) == ["Open", "Refresh now", "Settings…", "Start at login", "Quit"]
-        entry = self.reader.find(menu, "menu item", "Start at login")
-        assert self.reader.has(entry, self.reader.pyatspi.STATE_CHECKED) == was_on
-        self.desktop.picture("menu")
-        left, top, width, height = self.reader.box(entry)
-        self.desktop.click((left + width // 2, top + height // 2))
-        until("the menu closes", lambda: not self.reader.is_open("popup menu", None))
 
     def outlives_the_banner_service(self):
         self.user.status_line(91, 30, self.resets)

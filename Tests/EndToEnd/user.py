@@ -14,6 +14,12 @@ from reader import Reader
 
 SUPPORT = "Library/Application Support/Brindlewick"
 
+# A change of the gauge is followed by itself, a fraction of a second later; the rest is for a busy machine. The loop
+# would need up to 30 seconds, so of two changes in a row it can show but one within this.
+GAUGE_PATIENCE = 10.0
+# What nobody tells of shows at the loop's next run.
+LOOP_PATIENCE = 35.0 + GAUGE_PATIENCE
+
 
 class Session:
     """A session log that grows turn by turn."""
@@ -59,9 +65,9 @@ class User:
         self.home = desktop.home
         self.settings = self.home / ".claude/settings.json"
 
-    def start_program(self, descriptors=None):
+    def start_program(self, descriptors=None, before=()):
         limit = ("sh", "-c", f'ulimit -n {descriptors} && exec "$0"') if descriptors else ()
-        return self.desktop.start("program", *limit, str(self.program))
+        return self.desktop.start("program", *before, *limit, str(self.program))
 
     def wait_for_end(self):
         process = self.desktop.running["program"]
@@ -96,6 +102,18 @@ class User:
     def item_picture(self):
         return self.desktop.pixels(self.wait_for_item())
 
+    def choose_start_at_login(self, was_on):
+        """In the item's menu, which tells what was chosen before."""
+        self.click_item(button=3)
+        menu = self.reader.window("popup menu", None)
+        assert self.reader.texts(menu) == ["Open", "Refresh now", "Settings…", "Start at login", "Quit"]
+        entry = self.reader.find(menu, "menu item", "Start at login")
+        assert self.reader.has(entry, self.reader.pyatspi.STATE_CHECKED) == was_on
+        self.desktop.picture("menu")
+        left, top, width, height = self.reader.box(entry)
+        self.desktop.click((left + width // 2, top + height // 2))
+        until("the menu closes", lambda: not self.reader.is_open("popup menu", None))
+
     # The windows
 
     def is_popover_open(self):
@@ -109,7 +127,23 @@ class User:
 
     def open_from_popover(self, button):
         self.reader.press(self.popover(), button)
+        until("the popover is not in the way", lambda: not self.is_popover_open())
         return self.reader.window("frame", f"Brindlewick — {button}")
+
+    def dashboard_in_figures(self):
+        """Opens the dashboard beside the popover's place; gives it, and what of it tells the week in figures."""
+        dashboard = self.open_from_popover("Dashboard")
+        active = self.reader.pyatspi.STATE_ACTIVE
+        until("the dashboard is the active window", lambda: self.reader.has(dashboard, active))
+        self.desktop.ask("xdotool", "getactivewindow", "windowmove", "0", "24", "windowsize", "860", "940")
+        return dashboard, self.reader.find(dashboard, "list", "This week in figures")
+
+    def week_used(self, figures):
+        """How many percent of the week's cap the dashboard tells as used."""
+        for text in self.reader.texts(figures):
+            if text.endswith("% of the weekly cap used"):
+                return int(text.split("%")[0])
+        return None
 
     def spent(self, popover):
         """How many percent of the session's tokens the popover tells as spent."""
@@ -126,15 +160,16 @@ class User:
 
     # Claude Code
 
-    def status_line(self, session, week, resets):
-        """Claude Code draws its status line: gives the document to the user's command, and tells what that prints."""
+    def status_line(self, session, week, resets, before=()):
+        """Claude Code draws its status line: gives the document to the user's command, and tells what that prints.
+        The shell is run by way of `before`."""
         document = {
             "session_id": str(uuid.uuid4()), "cwd": "/home/user/orchard", "version": "2.1.123",
             "model": {"id": "claude-opus-4-5", "display_name": "Opus"},
             "rate_limits": {"five_hour": {"used_percentage": session, "resets_at": int(resets["session"])},
                             "seven_day": {"used_percentage": week, "resets_at": int(resets["week"])}}}
-        command = json.loads(self.settings.read_text())["statusLine"]["command"]
-        done = subprocess.run(["sh", "-c", command], input=json.dumps(document), text=True, timeout=60, check=True,
+        command = json.loads(self.settings.read_bytes())["statusLine"]["command"]
+        done = subprocess.run([*before, "sh", "-c", command], input=json.dumps(document), text=True, timeout=60, check=True,
                               stdout=subprocess.PIPE, env=self.desktop.environment)
         return done.stdout
 
