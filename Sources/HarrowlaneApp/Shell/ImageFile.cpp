@@ -23,11 +23,20 @@ QByteArray encoded(const QImage& image) {
     return image.save(&buffer, "PNG", packing) ? bytes : QByteArray();
 }
 
+/// What is no file of its own, such as a terminal, stays.
+void removeHalf(const std::string& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
+}
+
 bool store(const std::string& path, const QByteArray& bytes) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    if (!file.is_open() || bytes.isEmpty()) return false;
     file.write(bytes.data(), bytes.size());
     file.close();
-    return !bytes.isEmpty() && file.good();
+    if (file.good()) return true;
+    removeHalf(path);
+    return false;
 }
 
 } // namespace
