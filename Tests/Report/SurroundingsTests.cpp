@@ -1,5 +1,6 @@
 // The report, and the helper that it installs, in homes and environments that nobody should have.
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <ostream>
@@ -11,6 +12,7 @@
 #include <unistd.h>
 
 #include "Report/ProgramRun.h"
+#include "Support/CommaLocale.h"
 #include "Support/LoggedTurn.h"
 #include "Support/Quoted.h"
 #include "Support/SmallDisk.h"
@@ -201,6 +203,45 @@ TEST_F(HomeTest, OnAReadOnlyFileSystemIsToldAndSpoilsNoStatusLine) {
     EXPECT_FALSE(fs::exists(AppPaths(home_).gaugeFile()));
 }
 
+/// What a full disk left half written.
+int temporaryFilesBelow(const fs::path& folder) {
+    const fs::recursive_directory_iterator all(folder);
+    return static_cast<int>(std::count_if(begin(all), end(all), [](const fs::directory_entry& entry) {
+        return entry.path().native().ends_with(".tmp");
+    }));
+}
+
+TEST_F(HomeTest, OnAFullFileSystemIsToldAndKeepsTheLastReading) {
+    const TestSupport::SmallDisk disk(home_);
+    if (!disk.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
+    const std::string environment = "TZ=UTC HOME=" + quoted(home_);
+    const AppPaths paths(home_);
+    TestSupport::writeFile(paths.claudeSettings(), "{}");
+    ASSERT_EQ(statusLineIn(environment, STATUS_LINE_PROGRAM, folder_.path()).out, "5h 42%\n");
+    const std::string reading = UsageModel::readWholeFile(paths.gaugeFile());
+    int logs = 0;
+    for (const char* state : {"without a database", "with one"}) {
+        writeLogs(home_, logs += 5);
+        disk.fill();
+        const Finished run = reportIn(environment);
+        EXPECT_EQ(run.status, 1) << state;
+        EXPECT_THAT(run.err, AnyOf(HasSubstr("cannot open the database"), HasSubstr("database or disk is full")))
+            << state;
+        EXPECT_THAT(reportIn(environment, "true", " helper install").err, HasSubstr("Install failed: ")) << state;
+        EXPECT_EQ(UsageModel::readWholeFile(paths.claudeSettings()), "{}") << state;
+        EXPECT_EQ(statusLineIn(environment, STATUS_LINE_PROGRAM, folder_.path()).out, "5h 42%\n") << state;
+        EXPECT_EQ(UsageModel::readWholeFile(paths.gaugeFile()), reading) << state;
+        EXPECT_EQ(temporaryFilesBelow(home_), 0) << state;
+        disk.makeRoom();
+        const Finished later = reportIn(environment);
+        EXPECT_EQ(later.status, 0) << state;
+        for (const char* ending : {"", "-wal", "-shm"}) fs::remove(fs::path(paths.database()) += ending);
+        EXPECT_EQ(reportIn(environment).out, later.out) << state << ": as if the disk had had room all the time";
+    }
+    ASSERT_EQ(statusLineIn(environment, STATUS_LINE_PROGRAM, folder_.path()).out, "5h 42%\n");
+    EXPECT_NE(UsageModel::readWholeFile(paths.gaugeFile()), reading);
+}
+
 class SurroundingsTest : public HomeTest {
 protected:
     SurroundingsTest() { writeLogs(home_, 30); }
@@ -244,13 +285,10 @@ TEST_F(SurroundingsTest, ALocaleThatIsNoneChangesNoNumber) {
 }
 
 TEST_F(SurroundingsTest, NumbersKeepTheirDotWhateverTheLocale) {
-    const fs::path locales = folder_ / "locales";
-    fs::create_directory(locales);
-    const Finished made = runCommand("localedef -i de_DE -f UTF-8 " + quoted(locales / "de_DE.UTF-8"));
-    if (made.status != 0) GTEST_SKIP() << "no locale with a comma in its numbers can be made: " << made.err;
-    const std::string environment = "TZ=UTC LC_ALL=de_DE.UTF-8 LOCPATH=" + quoted(locales);
-    const Finished number = runCommand("env -i " + environment + " /usr/bin/printf %.1f 0,5");
-    ASSERT_EQ(number.out, "0,5") << "others follow it";
+    const auto locale = TestSupport::localeWithAComma(folder_ / "locales");
+    if (!locale) GTEST_SKIP() << "no locale with a comma in its numbers can be made";
+    const std::string environment = "TZ=UTC " + *locale;
+    ASSERT_EQ(runCommand("env -i " + environment + " /usr/bin/printf %.1f 0,5").out, "0,5") << "others follow it";
     EXPECT_EQ(json(environment).out, json("TZ=UTC").out);
     EXPECT_THAT(json(environment).out, HasSubstr("0."));
     EXPECT_EQ(lineCount(report(environment).out), lineCount(report("TZ=UTC").out));

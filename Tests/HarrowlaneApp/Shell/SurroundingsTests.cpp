@@ -2,12 +2,14 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include <QImage>
 
 #include <gmock/gmock.h>
 
 #include "ProgramRun.h"
+#include "Support/CommaLocale.h"
 #include "Support/LoggedTurn.h"
 #include "Support/Quoted.h"
 #include "Support/SmallDisk.h"
@@ -18,6 +20,7 @@
 namespace {
 
 using ShellTests::Outcome;
+using ShellTests::outcomeOf;
 using ShellTests::runProgramIn;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -35,6 +38,16 @@ QImage picture(const fs::path& path) {
     return QImage(QString::fromStdString(path.string()));
 }
 
+const std::vector<std::string> darkCharts{"week-over-dark.png", "week-track-dark.png", "week-under-dark.png",
+                                          "week-nogauge-dark.png"};
+
+void expectTheSameCharts(const fs::path& folder, const fs::path& expected) {
+    for (const std::string& name : darkCharts) {
+        ASSERT_FALSE(picture(expected / name).isNull()) << name;
+        EXPECT_EQ(picture(folder / name), picture(expected / name)) << name;
+    }
+}
+
 // Several of each in one run, for eight pictures take their time.
 TEST(Surroundings, ThatAreWrongChangeNoChart) {
     const TestSupport::TemporaryFolder folder;
@@ -45,13 +58,35 @@ TEST(Surroundings, ThatAreWrongChangeNoChart) {
         // The library that looks for fonts may complain of the locale first.
         EXPECT_THAT(outcome.output, EndsWith(chartsWritten)) << environment;
         EXPECT_EQ(outcome.status, 0) << environment;
-        for (const std::string scenario : {"over", "track", "under", "nogauge"}) {
-            const std::string name = "week-" + scenario + "-dark.png";
-            ASSERT_FALSE(picture(folder / ("plain/" + name)).isNull());
-            EXPECT_EQ(picture(folder / ("other/" + name)), picture(folder / ("plain/" + name))) << environment;
-        }
+        expectTheSameCharts(folder / "other", folder / "plain");
         fs::remove_all(folder / "other");
     }
+}
+
+// The library that the program is built on makes the C library write its numbers as the locale says.
+TEST(Surroundings, WithACommaInTheirNumbersChangeNoChartAndNoTurn) {
+    const TestSupport::TemporaryFolder folder;
+    const auto locale = TestSupport::localeWithAComma(folder / "locales");
+    if (!locale) GTEST_SKIP() << "no locale with a comma in its numbers can be made";
+    ASSERT_EQ(outcomeOf("env " + *locale + " /usr/bin/printf %.1f 0,5").output, "0,5") << "others follow it";
+    const AppPaths paths(folder / "home");
+    for (int i = 1; i <= 20; ++i)
+        TestSupport::appendFile(paths.sessionLogs() / "p/1.jsonl", TestSupport::loggedTurn({1772360430.0 + 60 * i}, i));
+
+    std::vector<std::vector<UsageModel::UsageEvent>> turns;
+    for (const std::string& environment : {std::string("LC_ALL=C"), *locale}) {
+        const std::string into = turns.empty() ? "plain" : "comma";
+        EXPECT_EQ(runProgramIn(folder.path(), "--dump-chart " + into, environment).output, chartsWritten);
+        EXPECT_EQ(
+            runProgramIn(folder.path(), "--dump-chart-live " + into, environment + " HOME=" + quoted(folder / "home"))
+                .output,
+            liveChartWritten);
+        turns.push_back(*UsageIngest::IngestStore(paths.database()).allEvents());
+        EXPECT_EQ(turns.back().size(), 20U) << into;
+        fs::remove_all(paths.support());
+    }
+    expectTheSameCharts(folder / "comma", folder / "plain");
+    EXPECT_EQ(turns.at(1), turns.at(0));
 }
 
 class HomeOfTheLiveChart : public testing::Test {
@@ -92,6 +127,32 @@ TEST_F(HomeOfTheLiveChart, ThatCannotBeWrittenToIsTold) {
     const Outcome outcome = draw(home_);
     EXPECT_THAT(outcome.output, HasSubstr("live dump failed: "));
     EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(HomeOfTheLiveChart, ThatIsNotThereIsMade) {
+    EXPECT_EQ(draw(home_ / "not/there").output, liveChartWritten);
+    EXPECT_EQ(turnsIn(home_ / "not/there"), 0);
+}
+
+TEST_F(HomeOfTheLiveChart, OnAFullFileSystemIsToldAndNoPictureIsHalf) {
+    const TestSupport::SmallDisk disk(home_);
+    if (!disk.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
+    writeLog();
+    disk.fill();
+    EXPECT_THAT(draw(home_).output, HasSubstr("live dump failed: "));
+    disk.makeRoom();
+    EXPECT_EQ(draw(home_).output, liveChartWritten);
+    EXPECT_EQ(turnsIn(home_), 1);
+
+    fs::create_directory(home_ / "icons");
+    disk.fill(60'000); // for the small ones, and for a part of each large one
+    const Outcome outcome = runProgramIn(home_, "--dump-iconset icons");
+    EXPECT_THAT(outcome.output, HasSubstr("could not write icon_512x512.png\n"));
+    EXPECT_GT(std::distance(fs::directory_iterator(home_ / "icons"), {}), 1);
+    for (const auto& entry : fs::directory_iterator(home_ / "icons")) {
+        EXPECT_FALSE(picture(entry.path()).isNull()) << entry.path();
+        EXPECT_THAT(outcome.output, HasSubstr("wrote " + entry.path().filename().string() + "\n"));
+    }
 }
 
 TEST_F(HomeOfTheLiveChart, OnAReadOnlyFileSystemIsTold) {

@@ -10,6 +10,7 @@
 #include <sys/resource.h>
 
 #include "HarrowlaneApp/Store/StoreOnARealHome.h"
+#include "Support/SmallDisk.h"
 #include "UsageIngest/SQLiteDB.h"
 
 namespace HarrowlaneApp {
@@ -101,6 +102,58 @@ TEST_F(StoreFaults, AFullDiskCostsNothingOnceThereIsRoom) {
     addTurn();
     expectRecovery(5);
     EXPECT_EQ(snapshotOfAnotherStart().live.turns, 5);
+}
+
+/// The whole home lies on a disk that runs full.
+class StoreOnASmallDisk : public StoreFaults {
+protected:
+    void SetUp() override {
+        if (!disk_.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
+        StoreFaults::SetUp();
+    }
+    [[nodiscard]] std::string alertState() const { return UsageModel::readWholeFile(paths_.notificationState()); }
+    void expectNothingHalf() const {
+        for (const auto& entry : fs::directory_iterator(paths_.support()))
+            EXPECT_FALSE(entry.path().native().ends_with(".tmp")) << entry.path();
+    }
+
+    TestSupport::SmallDisk disk_{home_.path()};
+};
+
+TEST_F(StoreOnASmallDisk, ThatIsFullCostsNothingOnceThereIsRoom) {
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        addTurn();
+        disk_.fill();
+        runAfter(30.0);
+        expectFailure("database or disk is full");
+        disk_.makeRoom();
+    }
+    expectRecovery(4);
+    EXPECT_EQ(snapshotOfAnotherStart().live.turns, 4);
+}
+
+TEST_F(StoreOnASmallDisk, ThatIsFullHoldsNoBannerBackAndKeepsTheFormerAlertState) {
+    writeGauge(91.0, start + 3600.0);
+    runAfter(30.0);
+    const std::size_t first = service_.posted.size();
+    const std::string former = alertState();
+    ASSERT_GE(first, 1U);
+
+    writeGauge(96.0, start + 3600.0);
+    disk_.fill();
+    runAfter(30.0);
+    const std::size_t second = service_.posted.size();
+    EXPECT_GT(second, first);
+    EXPECT_EQ(store_->lastError(), std::nullopt);
+    EXPECT_EQ(alertState(), former);
+    expectNothingHalf();
+
+    disk_.makeRoom();
+    // It tries again, but not at once.
+    for (int run = 0; run < 30 && alertState() == former; ++run) runAfter(30.0);
+    EXPECT_NE(alertState(), former);
+    (void)snapshotOfAnotherStart();
+    EXPECT_EQ(service_.posted.size(), second) << "nothing comes twice";
 }
 
 TEST_F(StoreFaults, ADatabaseThatIsDeletedIsNotMissedAndMadeAnewAtTheNextStart) {

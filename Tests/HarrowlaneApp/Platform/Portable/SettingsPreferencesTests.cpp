@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "HarrowlaneApp/Waiting.h"
+#include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
 #include "UsageModel/Files.h"
 
@@ -132,6 +133,26 @@ TEST_F(SettingsPreferencesTest, HoldsInMemoryWhatCannotBeWritten) {
     SettingsPreferences preferences(file());
     preferences.setThresholdAlertsEnabled(false);
     EXPECT_FALSE(preferences.thresholdAlertsEnabled());
+}
+
+TEST_F(SettingsPreferencesTest, KeepsTheFileOnAFullDiskAndWritesAllOnceThereIsRoom) {
+    const TestSupport::SmallDisk disk(path.parent_path());
+    if (!disk.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
+    SettingsPreferences(file()).setAppearancePreference("dark");
+    const std::string former = UsageModel::readWholeFile(path);
+    ASSERT_NE(former, "");
+
+    SettingsPreferences preferences(file());
+    disk.fill();
+    preferences.setAppearancePreference("light");
+    EXPECT_EQ(preferences.appearancePreference(), "light");
+    EXPECT_EQ(UsageModel::readWholeFile(path), former);
+
+    disk.makeRoom();
+    preferences.setThresholdAlertsEnabled(false);
+    const SettingsPreferences again(file());
+    EXPECT_FALSE(again.thresholdAlertsEnabled());
+    EXPECT_EQ(again.appearancePreference(), "light");
 }
 
 } // namespace
