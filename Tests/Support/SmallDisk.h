@@ -31,7 +31,6 @@ public:
         makeRoom();
         const std::string page(4096, 'x');
         std::ofstream file(filler(), std::ios::binary);
-        file.rdbuf()->pubsetbuf(nullptr, 0);
         while (file.write(page.data(), static_cast<std::streamsize>(page.size()))) {
         }
         file.close();
