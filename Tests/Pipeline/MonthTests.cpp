@@ -1,156 +1,218 @@
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
+#include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
-#include "HarrowlaneApp/Alerts/AlertDecision.h"
 #include "HarrowlaneApp/Copy/ShownTexts.h"
-#include "Pipeline/WatchedHome.h"
+#include "Pipeline/HeavyUser.h"
+#include "Pipeline/MonthPromises.h"
+#include "Pipeline/RunningProgram.h"
 #include "UsageEngine/SnapshotChecks.h"
-#include "UsageModel/Json.h"
+#include "UsageModel/LiveModel.h"
 #include "UsageModel/Printing.h"
 
-// A month of somebody who works at two machines, runs into limits, sleeps through a weekend, and flies to another zone.
+// A month of somebody who works at two machines, runs into limits, changes models, shuts the laptop for three days, and
+// flies to another zone; and of the program that starts with the laptop every morning.
 namespace Pipeline {
 namespace {
 
 using HarrowlaneApp::Banner;
 using UsageModel::Calendar;
 using UsageModel::Date;
+using UsageModel::ModelClass;
+using UsageModel::UsageEvent;
 using UsageModel::UsageSnapshot;
 using UsageModel::WindowKind;
-using UsageModel::WindowState;
 
 constexpr double hour = 3600;
 constexpr double day = 24 * hour;
 
-void expectWellFormed(const std::string& text) {
-    EXPECT_FALSE(text.empty());
-    EXPECT_FALSE(text.starts_with(' ') || text.ends_with(' ')) << text;
-    for (const char* odd : {"nan", "inf", "  ", "--", "%%", "{", "}"})
-        EXPECT_EQ(text.find(odd), std::string::npos) << text;
-    for (std::size_t at = text.find('-'); at != std::string::npos; at = text.find('-', at + 1))
-        EXPECT_FALSE(at + 1 < text.size() && std::isdigit(static_cast<unsigned char>(text[at + 1])) != 0) << text;
-}
+/// What is seen of the month: that all of it took place.
+struct Course {
+    std::set<std::string> zones;
+    int starts = 0;
+    int spoiltGauges = 0;
+    int readings = 0;
+    double longestSleep = 0;
+    int looksAtTwoSessions = 0;
+    int modelChanges = 0;
+    std::optional<ModelClass> model;
 
-/// Holds each step of the month against the one before.
-class Month {
-public:
-    void step(const UsageSnapshot& snapshot, std::size_t events) {
-        for (const auto& meter : snapshot.meters) expectCause(meter, events);
-        last_ = snapshot.meters;
-        lastEvents_ = events;
-        alert(snapshot);
+    void look(const UsageSnapshot& snapshot) {
+        looksAtTwoSessions += snapshot.live.isConcurrent() ? 1 : 0;
+        const auto leading = UsageModel::topShare(snapshot.live.byClass);
+        if (!leading) return;
+        modelChanges += model && *model != leading->first ? 1 : 0;
+        model = leading->first;
     }
-
-    /// The gauge was read since the last step: meters may leap.
-    void noteReading() { last_.clear(); }
-
-    [[nodiscard]] std::size_t told(std::int64_t threshold) const {
-        const auto found = told_.find(threshold);
-        return found == told_.end() ? 0 : found->second.size();
-    }
-    [[nodiscard]] std::size_t episodes() const { return paceBanners_.size(); }
-
-private:
-    /// Between two readings a meter moves with the logs alone, and only up.
-    void expectCause(const WindowState& meter, std::size_t events) const {
-        if (!meter.confidence.anchored) return;
-        const auto before = std::ranges::find(last_, meter.kind, &WindowState::kind);
-        if (before == last_.end() || !before->confidence.anchored || before->windowStart != meter.windowStart) return;
-        EXPECT_GE(meter.used, before->used);
-        if (events == lastEvents_) {
-            EXPECT_EQ(meter.used, before->used);
-        }
-    }
-
-    void alert(const UsageSnapshot& snapshot) {
-        // Every step could be the first after a restart.
-        using HarrowlaneApp::PersistedState;
-        state_ = UsageModel::Json::decode<PersistedState>(UsageModel::Json::encode(state_));
-        const auto decision = HarrowlaneApp::decide({.state = state_,
-                                                     .snapshot = snapshot,
-                                                     .settings = {},
-                                                     .bundle = HarrowlaneApp::Bundle::present,
-                                                     .authorization = HarrowlaneApp::AuthorizationStatus::authorized});
-        state_ = decision.state;
-        for (const Banner& banner : decision.banners) {
-            expectWellFormed(banner.title);
-            expectWellFormed(banner.body);
-            if (!countLevel(banner, snapshot)) countPace();
-        }
-    }
-
-    /// Whether the banner tells a level, which no other one may tell in this occurrence of the window.
-    bool countLevel(const Banner& banner, const UsageSnapshot& snapshot) {
-        for (const auto& meter : snapshot.meters) {
-            for (const std::int64_t threshold : UsageEngine::ThresholdAlerts::defaultThresholds) {
-                const UsageEngine::ThresholdAlert alert{.window = meter.kind, .threshold = threshold};
-                if (banner.title != alert.title()) continue;
-                EXPECT_TRUE(meter.confidence.anchored);
-                EXPECT_GE(meter.used, static_cast<double>(threshold) / 100);
-                EXPECT_TRUE(told_[threshold].emplace(meter.kind, meter.windowStart.secondsSince1970).second)
-                    << banner.title << " twice";
-                return true;
-            }
-        }
-        return false;
-    }
-
-    /// A breach is announced once at each of the two levels that speak.
-    void countPace() {
-        ASSERT_TRUE(state_.fsm.overSince);
-        EXPECT_LE(++paceBanners_[state_.fsm.overSince->date.secondsSince1970], 2);
-    }
-
-    std::vector<WindowState> last_;
-    std::size_t lastEvents_ = 0;
-    HarrowlaneApp::PersistedState state_;
-    std::map<std::int64_t, std::set<std::pair<WindowKind, double>>> told_;
-    std::map<double, int> paceBanners_;
 };
 
-/// Every other hour of a working day.
-bool looksAtTheStatusLine(Date now, const Calendar& calendar) {
-    const auto of = calendar.hour(now);
-    const bool isWorking = of >= 9 && of < 21 && calendar.weekday(now) % 6 != 1;
-    return isWorking && of % 2 == 1 && calendar.settingMinuteToZero(now) == now;
-}
-
-TEST(MonthOfAHeavyUser, HoldsWhatTheProgramPromises) {
+class MonthOfAHeavyUser : public RunningProgram {
+protected:
     const Calendar berlin = *Calendar::inZone("Europe/Berlin");
     const Calendar newYork = *Calendar::inZone("America/New_York");
     const Date end = berlin.instant(absl::CivilSecond(2026, 4, 12));
     const Date begin = end - 30 * day;
-    WatchedHome home({.end = end, .calendar = berlin, .people = {5, 9}});
-    Month month;
-    std::size_t readings = 0;
-    for (Date now = begin; now <= end && !testing::Test::HasFailure(); now = now + hour / 2) {
-        SCOPED_TRACE(testing::PrintToString(now));
-        const double gone = (now - begin) / day;
-        if (gone > 11.8 && gone < 14.8) continue; // the lid is closed; the other machine works on
-        const Calendar& calendar = gone < 20 ? berlin : newYork;
-        home.travel(calendar);
-        home.liveUntil(now);
-        UsageSnapshot snapshot = home.refresh(now);
-        if (looksAtTheStatusLine(now, calendar)) {
-            home.readGauge(now);
-            month.noteReading();
-            ++readings;
-            snapshot = home.refresh(now);
-            for (const auto& meter : snapshot.meters) EXPECT_EQ(meter.used, home.lastRead(meter.kind, now));
-        }
-        UsageEngine::expectSound(snapshot);
-        for (const std::string& text : TestSupport::shownTexts(snapshot, calendar)) expectWellFormed(text);
-        month.step(snapshot, home.events()->size());
+    /// On a Tuesday.
+    const Date asleep = begin + 11.75 * day;
+    const Date awake = asleep + 3 * day;
+    HeavyUser user{{.begin = begin - 14 * day,
+                    .heavyFrom = begin,
+                    .end = end,
+                    .home = berlin,
+                    .abroad = newYork,
+                    .flight = begin + 20 * day,
+                    .asleep = asleep,
+                    .awake = awake}};
+
+    void SetUp() override {
+        clock_->set(begin);
+        user.liveUntil(begin, paths_.sessionLogs());
+        start(begin);
     }
-    EXPECT_EQ(home.events()->size(), home.turnsInAll());
-    EXPECT_EQ(home.limitMessages(), home.limitMessagesInAll());
-    EXPECT_GT(readings, 80U);
+
+    void playUntilTheEnd() {
+        for (Date now = begin; now <= end && !HasFailure(); now = next(now)) {
+            SCOPED_TRACE(testing::PrintToString(now));
+            course.longestSleep = std::max(course.longestSleep, now - clock_->now());
+            live(now);
+        }
+    }
+
+    MeterPromise meters{user};
+    BannerPromise banners;
+    Course course;
+
+private:
+    /// Every half an hour, but for the night.
+    [[nodiscard]] Date next(Date now) const {
+        const Date then = now + (user.calendar(now).hour(now) < 6 ? 2 : 0.5) * hour;
+        return then > asleep && then < awake ? awake : then;
+    }
+
+    void start(Date now) {
+        calendar_ = user.calendar(now);
+        startIn(calendar_);
+        course.zones.insert(calendar_.zoneName());
+        ++course.starts;
+    }
+
+    void live(Date now) {
+        arriveAt(now);
+        user.liveUntil(now, paths_.sessionLogs());
+        tellTheGauge(now);
+        const bool isMorning = isAt(6, now) && now != begin;
+        if (isMorning || user.calendar(now).zoneName() != calendar_.zoneName()) start(now);
+        const UsageSnapshot& snapshot = look();
+        UsageEngine::expectSound(snapshot);
+        for (const std::string& text : TestSupport::shownTexts(snapshot, calendar_)) expectWellFormed(text);
+        for (const auto& cell : snapshot.calendar) EXPECT_EQ(cell.day, calendar_.startOfDay(cell.day));
+        meters.look(snapshot, now, reading_);
+        course.look(snapshot);
+    }
+
+    /// The status line is told every other hour of a working day and soon after lunch, in a session that is young; and
+    /// once a day the file goes bad until the next time.
+    void tellTheGauge(Date now) {
+        const Calendar& calendar = user.calendar(now);
+        const int of = calendar.hour(now);
+        const bool isWorking = of >= 9 && of < 21 && calendar.weekday(now) % 6 != 1;
+        const bool isAfterLunch = of == 14 && !isAt(14, now);
+        if (isWorking && ((of % 2 == 1 && isAt(of, now)) || isAfterLunch)) {
+            reading_ = user.reading(now);
+            Shim::storeGauge(*reading_, paths_.gaugeFile());
+            ++course.readings;
+        } else if (isWorking && isAt(16, now)) {
+            TestSupport::writeFile(paths_.gaugeFile(), R"({"capturedAt":)");
+            ++course.spoiltGauges;
+        }
+    }
+    [[nodiscard]] bool isAt(int of, Date now) const {
+        const Calendar& calendar = user.calendar(now);
+        return calendar.hour(now) == of && calendar.settingMinuteToZero(now) == now;
+    }
+
+    void seePublished() override {
+        for (; judged_ < service_.posted.size(); ++judged_) banners.post(service_.posted[judged_], store_->snapshot());
+        banners.publish(store_->snapshot());
+    }
+
+    Calendar calendar_ = berlin;
+    std::optional<UsageModel::GaugeReading> reading_;
+    std::size_t judged_ = 0;
+};
+
+/// What the program has kept of a month.
+class MonthKept {
+public:
+    MonthKept(const UsageIngest::EventList& events, const HeavyUser& user, Date begin) {
+        for (const UsageEvent& event : *events) {
+            if (event.ts < begin) continue;
+            const Calendar& calendar = user.calendar(event.ts);
+            ++turns_[{calendar.startOfDay(event.ts).secondsSince1970, calendar.weekday(event.ts)}];
+            classes_[std::string(event.sessionId.view())].insert(event.modelClass);
+        }
+    }
+
+    /// How many days of a kind have so many turns.
+    [[nodiscard]] std::ptrdiff_t days(bool atWeekend, int fewest, int most) const {
+        return std::ranges::count_if(turns_, [=](const auto& entry) {
+            return (entry.first.second % 6 == 1) == atWeekend && entry.second >= fewest && entry.second <= most;
+        });
+    }
+    [[nodiscard]] std::ptrdiff_t sessionsOfSeveralModels() const {
+        return std::ranges::count_if(classes_, [](const auto& entry) { return entry.second.size() > 1; });
+    }
+
+private:
+    std::map<std::pair<double, int>, int> turns_;
+    std::map<std::string, std::set<ModelClass>> classes_;
+};
+
+TEST_F(MonthOfAHeavyUser, HoldsWhatTheProgramPromises) {
+    playUntilTheEnd();
+    ASSERT_FALSE(HasFailure());
+
+    const auto records = recordsLeft();
+    const auto events = records->allEvents();
+    EXPECT_EQ(events->size(), user.turns().size());
+    const MonthKept kept(events, user, begin);
+    EXPECT_GE(kept.days(false, 200, 1000), 15) << "hundreds of turns a day";
+    EXPECT_GE(kept.days(true, 1, 100), 3);
+    EXPECT_EQ(kept.days(true, 101, 10'000), 0) << "the weekends are calm";
+    EXPECT_GE(kept.sessionsOfSeveralModels(), 20);
+
+    const auto anchors = records->anchors();
+    EXPECT_EQ(anchors.size(), user.ceilings().size());
+    std::map<WindowKind, int> ceilings;
+    for (const auto& anchor : anchors) ceilings[anchor.window] += anchor.ts >= begin ? 1 : 0;
+    EXPECT_GE(ceilings[WindowKind::session5h], 5);
+    EXPECT_GE(ceilings[WindowKind::weeklyAll], 1);
+    EXPECT_GE(ceilings[WindowKind::weeklyOpus], 1);
+
+    EXPECT_EQ(course.zones.size(), 2U);
+    EXPECT_GE(course.starts, 28);
+    EXPECT_GE(course.longestSleep, 3 * day - hour);
+    EXPECT_GE(
+        std::ranges::count_if(user.turns(), [&](const auto& turn) { return turn.at > asleep && turn.at < awake; }), 200)
+        << "the other machine works on";
+    EXPECT_GE(course.looksAtTwoSessions, 200);
+    EXPECT_GE(course.modelChanges, 20);
+    EXPECT_GE(course.readings, 80);
+    EXPECT_GE(course.spoiltGauges, 15);
+
+    EXPECT_GE(meters.occurrences(WindowKind::session5h), 30U);
+    EXPECT_GE(meters.occurrences(WindowKind::weeklyAll), 4U);
+    EXPECT_GE(meters.stepsByLogs(), 300);
+    EXPECT_GE(meters.looksWithoutReading(), 100);
     for (const std::int64_t threshold : UsageEngine::ThresholdAlerts::defaultThresholds)
-        EXPECT_GT(month.told(threshold), 0U) << threshold;
-    EXPECT_GT(month.episodes(), 0U);
+        EXPECT_GE(banners.told(threshold), 1) << threshold;
+    EXPECT_GE(banners.told(Banner::Urgency::active), 1);
+    EXPECT_GE(banners.told(Banner::Urgency::timeSensitive), 5);
 }
 
 } // namespace
