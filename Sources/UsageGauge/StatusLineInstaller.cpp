@@ -121,7 +121,7 @@ std::optional<std::string> StatusLineInstaller::priorOf(const std::optional<Inst
                                                         const SettingsDocument& settings) const {
     // A repeated install must not take the shim's own entry for the user's.
     if (old && old->installed) return old->priorStatusLineJSON;
-    const auto current = settings.member(statusLine);
+    auto current = settings.member(statusLine);
     const auto command = commandString(current);
     if (!AppPaths::isOurShim(command)) return current;
     // An install that came to its end between settings and marker left the user's own in the backup alone.

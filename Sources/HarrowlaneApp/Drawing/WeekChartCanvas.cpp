@@ -50,8 +50,8 @@ void Canvas::fillCrisp(const QRectF& rect, const QColor& color) const {
     constexpr double rowsAtOnce = 64.0;
     const double strip = rowsAtOnce / layout.pixelsPerPoint;
     painter.setRenderHint(QPainter::Antialiasing, false);
-    for (double top = rect.top(); top < rect.bottom(); top += strip)
-        painter.fillRect(QRectF(rect.left(), top, rect.width(), std::min(strip, rect.bottom() - top)), color);
+    for (QRectF rest = rect; rest.height() > 0.0; rest.setTop(rest.top() + strip))
+        painter.fillRect(QRectF(rest.topLeft(), QSizeF(rest.width(), std::min(strip, rest.height()))), color);
     painter.setRenderHint(QPainter::Antialiasing);
 }
 

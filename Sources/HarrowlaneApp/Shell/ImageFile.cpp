@@ -30,8 +30,9 @@ void removeHalf(const std::string& path) {
 }
 
 bool store(const std::string& path, const QByteArray& bytes) {
+    if (bytes.isEmpty()) return false;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (!file.is_open() || bytes.isEmpty()) return false;
+    if (!file.is_open()) return false;
     file.write(bytes.data(), bytes.size());
     file.close();
     if (file.good()) return true;

@@ -16,8 +16,8 @@ struct ImageFile {
 };
 
 /// Writes the image as a PNG file and prints one line: "wrote " and the name; "no image for ", the name and
-/// " (needs a GUI session)" where the image is null; and where the file cannot be written, that, and
-/// no half of it is left. Never throws.
+/// " (needs a GUI session)" where the image is null; and where the file cannot be written, that, and no half of it is
+/// left. Never throws.
 void write(const QImage& image, const ImageFile& file);
 
 /// A folder for images, made where it is missing. Where it cannot be made, its files cannot be written either, and say
