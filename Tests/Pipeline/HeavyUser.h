@@ -99,7 +99,7 @@ private:
     [[nodiscard]] UsageModel::Date startAt(UsageModel::WindowKind window, UsageModel::Date instant) const;
 
     Plan plan_;
-    SampleHome::Random random_{11};
+    SampleHome::Random random_{7};
     std::array<Machine, 2> machines_{{{.name = "laptop"}, {.name = "tower", .second = 30.0}}};
     std::array<Window, UsageModel::caseCount<UsageModel::WindowKind>> windows_{};
     std::vector<UsageModel::Date> sessionStarts_;

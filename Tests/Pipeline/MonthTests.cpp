@@ -61,7 +61,7 @@ protected:
     const Date asleep = begin + 11.75 * day;
     const Date awake = asleep + 3 * day;
     HeavyUser user{{.begin = begin - 14 * day,
-                    .heavyFrom = begin,
+                    .heavyFrom = begin + day,
                     .end = end,
                     .home = berlin,
                     .abroad = newYork,
@@ -209,6 +209,7 @@ TEST_F(MonthOfAHeavyUser, HoldsWhatTheProgramPromises) {
     EXPECT_GE(meters.occurrences(WindowKind::weeklyAll), 4U);
     EXPECT_GE(meters.stepsByLogs(), 300);
     EXPECT_GE(meters.looksWithoutReading(), 100);
+    EXPECT_GE(meters.looksWithHeldCap(), 1);
     for (const std::int64_t threshold : UsageEngine::ThresholdAlerts::defaultThresholds)
         EXPECT_GE(banners.told(threshold), 1) << threshold;
     EXPECT_GE(banners.told(Banner::Urgency::active), 1);
