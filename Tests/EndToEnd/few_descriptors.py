@@ -7,24 +7,15 @@ windows. (Debian's own Python: the screen is read by way of its pyatspi.)
 
 import os
 import sqlite3
-import sys
-import time
 
-from desktop import Desktop
-from user import SUPPORT, Session, User
+from story import HOUR, Story
+from user import SUPPORT, Session
 
-HOUR = 3600.0
 LIMIT = 64
 LOGS = 400
 
 
-class FewDescriptors:
-    def __init__(self, desktop, program, report):
-        self.desktop = desktop
-        self.user = User(desktop, program, report)
-        self.now = time.time()
-        self.resets = {"session": self.now + 2.5 * HOUR, "week": self.now + 80 * HOUR}
-
+class FewDescriptors(Story):
     def tell(self):
         for number in range(LOGS):
             Session(self.desktop.home, f"-home-user-{number % 20}").turn(self.now - HOUR - 60 * number)
@@ -50,5 +41,4 @@ class FewDescriptors:
 
 
 if __name__ == "__main__":
-    with Desktop("few-descriptors", sys.argv[3]) as desktop:
-        FewDescriptors(desktop, sys.argv[1], sys.argv[2]).tell()
+    FewDescriptors.play("few-descriptors")

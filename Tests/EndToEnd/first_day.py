@@ -8,14 +8,11 @@ by way of its pyatspi.)
 import decimal
 import json
 import re
-import sys
 import time
 
-from desktop import Desktop, until
-from user import GAUGE_PATIENCE, LOOP_PATIENCE, SUPPORT, Session, User, span
-
-HOUR = 3600.0
-DAY = 24 * HOUR
+from desktop import until
+from story import DAY, HOUR, Story
+from user import GAUGE_PATIENCE, LOOP_PATIENCE, SUPPORT, Session, span
 
 # As a hand writes it: nothing in it stands where, or looks as, the program would write it.
 OWN_SETTINGS = """{ "statusLine" : {"type":"command",
@@ -34,15 +31,14 @@ def values(settings):
     return json.loads(settings, parse_int=decimal.Decimal, parse_float=decimal.Decimal)
 
 
-class FirstDay:
+class FirstDay(Story):
+    # Minutes are told of the session and hours of the week: both change in the middle of what is measured here.
+    session_left = 2 * HOUR + 10 * 60 + 30
+    week_left = 3 * DAY + 2.5 * HOUR
+
     def __init__(self, desktop, program, report):
-        self.desktop = desktop
-        self.user = User(desktop, program, report)
-        self.reader = self.user.reader
-        self.now = time.time()
+        super().__init__(desktop, program, report)
         self.told = []
-        # Minutes are told of the session and hours of the week: both change in the middle of what is measured here.
-        self.resets = {"session": self.now + 2 * HOUR + 10 * 60 + 30, "week": self.now + 3 * DAY + 2.5 * HOUR}
 
     def tell(self):
         self.starts_with_nothing_to_measure()
@@ -284,5 +280,4 @@ class FirstDay:
 
 
 if __name__ == "__main__":
-    with Desktop("first-day", sys.argv[3]) as desktop:
-        FirstDay(desktop, sys.argv[1], sys.argv[2]).tell()
+    FirstDay.play("first-day")

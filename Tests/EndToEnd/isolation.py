@@ -11,13 +11,12 @@ import os
 import re
 import shutil
 import sys
-import time
 
-from desktop import SKIPPED, Desktop, until
+from desktop import SKIPPED, until
+from story import HOUR, Story
 from system_calls import SystemCalls, can_be_traced
-from user import SUPPORT, Session, User
+from user import SUPPORT, Session
 
-HOUR = 3600.0
 # A system that wants programs signed has it; nowhere else is it run.
 SIGNER = "/usr/bin/codesign"
 OWN_LINE = """#!/bin/sh
@@ -26,13 +25,9 @@ echo "my own line"
 """
 
 
-class Isolation:
+class Isolation(Story):
     def __init__(self, desktop, program, report):
-        self.desktop = desktop
-        self.user = User(desktop, program, report)
-        self.reader = self.user.reader
-        self.now = time.time()
-        self.resets = {"session": self.now + 2.5 * HOUR, "week": self.now + 80 * HOUR}
+        super().__init__(desktop, program, report)
         self.program_calls = SystemCalls(desktop.folder / "program.calls")
         self.status_line_calls = SystemCalls(desktop.folder / "status-line.calls")
 
@@ -117,5 +112,4 @@ if __name__ == "__main__":
     if not shutil.which("strace") or not can_be_traced():
         print("skipped: nobody can trace a program here")
         sys.exit(SKIPPED)
-    with Desktop("isolation", sys.argv[3]) as desktop:
-        Isolation(desktop, sys.argv[1], sys.argv[2]).tell()
+    Isolation.play("isolation")

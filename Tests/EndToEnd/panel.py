@@ -7,23 +7,14 @@ and a banner service that die. (Debian's own Python: the screen is read by way o
 
 import signal
 import subprocess
-import sys
 import time
 
-from desktop import Desktop, until
-from user import Session, User
+from desktop import until
+from story import HOUR, Story
+from user import Session
 
-HOUR = 3600.0
 
-
-class Panel:
-    def __init__(self, desktop, program, report):
-        self.desktop = desktop
-        self.user = User(desktop, program, report)
-        self.reader = self.user.reader
-        self.now = time.time()
-        self.resets = {"session": self.now + 2.5 * HOUR, "week": self.now + 80 * HOUR}
-
+class Panel(Story):
     def tell(self):
         self.session = Session(self.desktop.home)
         self.session.turn(self.now - HOUR)
@@ -107,5 +98,4 @@ class Panel:
 
 
 if __name__ == "__main__":
-    with Desktop("panel", sys.argv[3]) as desktop:
-        Panel(desktop, sys.argv[1], sys.argv[2]).tell()
+    Panel.play("panel")

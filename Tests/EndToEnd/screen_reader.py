@@ -6,24 +6,18 @@ the accessibility bus is read by way of its pyatspi.)
 """
 
 import re
-import sys
 import time
 
-from desktop import Desktop, until
-from user import Session, User, faster_than_the_loop
+from desktop import until
+from story import DAY, HOUR, Story
+from user import Session, faster_than_the_loop
 
-HOUR = 3600.0
-DAY = 24 * HOUR
 CONTROLS = ("push button", "check box", "radio button", "menu item")
 
 
-class ScreenReader:
-    def __init__(self, desktop, program, report):
-        self.desktop = desktop
-        self.user = User(desktop, program, report)
-        self.reader = self.user.reader
-        self.now = time.time()
-        self.resets = {"session": self.now + 2 * HOUR + 10 * 60 + 30, "week": self.now + 3 * DAY + 2.5 * HOUR}
+class ScreenReader(Story):
+    session_left = 2 * HOUR + 10 * 60 + 30
+    week_left = 3 * DAY + 2.5 * HOUR
 
     def tell(self):
         for day in range(6):
@@ -148,5 +142,4 @@ class ScreenReader:
 
 
 if __name__ == "__main__":
-    with Desktop("screen-reader", sys.argv[3]) as desktop:
-        ScreenReader(desktop, sys.argv[1], sys.argv[2]).tell()
+    ScreenReader.play("screen-reader")

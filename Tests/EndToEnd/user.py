@@ -169,8 +169,8 @@ class User:
             "rate_limits": {"five_hour": {"used_percentage": session, "resets_at": int(resets["session"])},
                             "seven_day": {"used_percentage": week, "resets_at": int(resets["week"])}}}
         command = json.loads(self.settings.read_bytes())["statusLine"]["command"]
-        done = subprocess.run([*before, "sh", "-c", command], input=json.dumps(document), text=True, timeout=60, check=True,
-                              stdout=subprocess.PIPE, env=self.desktop.environment)
+        done = subprocess.run([*before, "sh", "-c", command], input=json.dumps(document), text=True, timeout=60,
+                              check=True, stdout=subprocess.PIPE, env=self.desktop.environment)
         return done.stdout
 
     # The same numbers from elsewhere

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Pipeline/OfficialCount.h"
 #include "SampleHome/Pen.h"
 #include "Support/TemporaryFolder.h"
-#include "UsageModel/CategoryWeights.h"
-#include "UsageModel/UsageEvent.h"
 
 namespace Pipeline {
 
@@ -89,7 +88,7 @@ void HeavyUser::openWindows(Date at) {
         Window& open = windows_[caseIndex(window)];
         if (at < open.start + nominalDuration(window)) continue;
         const double grid = window == WindowKind::session5h ? minuteSeconds : nominalDuration(window);
-        open = {.start = Date{std::floor(at.secondsSince1970 / grid) * grid}};
+        open = {.start = startOfSpan(at, grid)};
         if (window == WindowKind::session5h) sessionStarts_.push_back(open.start);
     }
 }
@@ -110,12 +109,11 @@ void HeavyUser::perhapsChangeModel(Machine& machine) {
 
 void HeavyUser::takeTurn(Machine& machine, Date at) {
     constexpr std::uint64_t fullContext = 150'000;
-    static const auto weights = UsageModel::CategoryWeights::priors(UsageModel::liveWeightScale);
     const UsageEvent turn = drawnTurn(machine.model, machine.context, random_);
     machine.context += static_cast<std::uint64_t>(turn.cacheCreation);
     if (machine.context > fullContext) machine.context = 20'000;
 
-    turns_.push_back({.at = at, .modelClass = turn.modelClass, .weight = weights.effective(turn)});
+    turns_.push_back({.at = at, .modelClass = turn.modelClass, .weight = weightOf(turn)});
     for (const WindowKind window : UsageModel::allCases<WindowKind>) {
         if (countsAgainst(window, turn.modelClass)) windows_[caseIndex(window)].used += turns_.back().weight;
     }
@@ -166,7 +164,7 @@ void HeavyUser::liveUntil(Date instant, const std::filesystem::path& logs) {
 /// Who is not at work is told of a session that would begin now.
 Date HeavyUser::startAt(WindowKind window, Date instant) const {
     const double length = nominalDuration(window);
-    if (window != WindowKind::session5h) return Date{std::floor(instant.secondsSince1970 / length) * length};
+    if (window != WindowKind::session5h) return startOfSpan(instant, length);
     const auto next = std::ranges::upper_bound(sessionStarts_, instant);
     const bool isOpen = next != sessionStarts_.begin() && instant < *std::prev(next) + length;
     return isOpen ? *std::prev(next) : instant;

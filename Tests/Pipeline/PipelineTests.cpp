@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Pipeline/OfficialCount.h"
 #include "Pipeline/RunningProgram.h"
 #include "Pipeline/WatchedHome.h"
 #include "UsageEngine/SnapshotChecks.h"
@@ -42,7 +43,7 @@ protected:
     /// All that was spent is told, on days of the zone.
     void expectAllDays(const UsageSnapshot& snapshot) {
         double spent = 0;
-        for (const auto& event : *home.events()) spent += WatchedHome::weightOf(event);
+        for (const auto& event : *home.events()) spent += weightOf(event);
         double told = 0;
         for (const auto& cell : snapshot.calendar) {
             told += cell.weighted;
@@ -56,8 +57,7 @@ protected:
         const auto& series = *snapshot.weekSeries;
         double spent = 0;
         for (const auto& event : *home.events()) {
-            if (event.ts >= series.windowStart && event.ts < snapshot.generatedAt)
-                spent += WatchedHome::weightOf(event);
+            if (event.ts >= series.windowStart && event.ts < snapshot.generatedAt) spent += weightOf(event);
         }
         EXPECT_NEAR(snapshot.models.total(), spent, 1e-9);
         const double unit = spent > 0 ? series.actual.back().used / spent : 0;

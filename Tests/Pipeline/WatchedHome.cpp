@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "Pipeline/OfficialCount.h"
 #include "SampleHome/SampleHome.h"
 #include "Shim/GaugeWriter.h"
 #include "UsageIngest/LogDiscovery.h"
@@ -37,11 +38,6 @@ WatchedHome::WatchedHome(const UsageModel::AppPaths& paths, Date end) : paths_(p
     turnsInAll_ = summary.turns;
     limitMessagesInAll_ = summary.limitMessages;
     load(made);
-}
-
-double WatchedHome::weightOf(const UsageModel::UsageEvent& event) {
-    static const auto weights = UsageModel::CategoryWeights::priors(UsageModel::liveWeightScale);
-    return weights.effective(event);
 }
 
 void WatchedHome::load(const fs::path& made) {
@@ -78,7 +74,7 @@ void WatchedHome::readGauge(Date instant) {
 UsageModel::GaugeWindow WatchedHome::official(WindowKind kind, Date instant) {
     const double length = nominalDuration(kind);
     const double limit = kind == WindowKind::session5h ? 0.015 : 0.1; // log units; this person gets near them
-    const Date start{std::floor(instant.secondsSince1970 / length) * length};
+    const Date start = startOfSpan(instant, length);
     double used = 0;
     for (const auto& event : *books_.allEvents()) {
         if (event.ts >= start && event.ts < instant) used += weightOf(event);

@@ -8,9 +8,9 @@
 #include "Support/TemporaryFolder.h"
 #include "UsageIngest/IngestStore.h"
 #include "UsageModel/AppPaths.h"
-#include "UsageModel/Calendar.h"
-#include "UsageModel/CategoryWeights.h"
+#include "UsageModel/Date.h"
 #include "UsageModel/GaugeReading.h"
+#include "UsageModel/WindowKind.h"
 
 namespace Pipeline {
 
@@ -27,7 +27,6 @@ public:
     void readGauge(UsageModel::Date instant);
 
     [[nodiscard]] UsageIngest::EventList events() { return books_.allEvents(); }
-    [[nodiscard]] static double weightOf(const UsageModel::UsageEvent& event);
     /// What the whole history holds.
     [[nodiscard]] std::uint64_t turnsInAll() const { return turnsInAll_; }
     [[nodiscard]] std::uint64_t limitMessagesInAll() const { return limitMessagesInAll_; }

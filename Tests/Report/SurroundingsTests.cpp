@@ -1,6 +1,5 @@
 // The report, and the helper that it installs, in homes and environments that nobody should have.
 
-#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <ostream>
@@ -203,14 +202,6 @@ TEST_F(HomeTest, OnAReadOnlyFileSystemIsToldAndSpoilsNoStatusLine) {
     EXPECT_FALSE(fs::exists(AppPaths(home_).gaugeFile()));
 }
 
-/// What a full disk left half written.
-int temporaryFilesBelow(const fs::path& folder) {
-    const fs::recursive_directory_iterator all(folder);
-    return static_cast<int>(std::count_if(begin(all), end(all), [](const fs::directory_entry& entry) {
-        return entry.path().native().ends_with(".tmp");
-    }));
-}
-
 TEST_F(HomeTest, OnAFullFileSystemIsToldAndKeepsTheLastReading) {
     const TestSupport::SmallDisk disk(home_);
     if (!disk.isMounted()) GTEST_SKIP() << "no right to mount a small disk here";
@@ -231,7 +222,7 @@ TEST_F(HomeTest, OnAFullFileSystemIsToldAndKeepsTheLastReading) {
         EXPECT_EQ(UsageModel::readWholeFile(paths.claudeSettings()), "{}") << state;
         EXPECT_EQ(statusLineIn(environment, STATUS_LINE_PROGRAM, folder_.path()).out, "5h 42%\n") << state;
         EXPECT_EQ(UsageModel::readWholeFile(paths.gaugeFile()), reading) << state;
-        EXPECT_EQ(temporaryFilesBelow(home_), 0) << state;
+        EXPECT_THAT(TestSupport::temporaryFilesBelow(home_), IsEmpty()) << state;
         disk.makeRoom();
         const Finished later = reportIn(environment);
         EXPECT_EQ(later.status, 0) << state;

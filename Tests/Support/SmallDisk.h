@@ -7,6 +7,7 @@
 #include <fstream>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include <sys/mount.h>
 
@@ -52,5 +53,14 @@ private:
     std::filesystem::path where_;
     bool mounted_ = false;
 };
+
+/// The half-written files that a full disk may have left below a folder.
+inline std::vector<std::filesystem::path> temporaryFilesBelow(const std::filesystem::path& folder) {
+    std::vector<std::filesystem::path> found;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.path().native().ends_with(".tmp")) found.push_back(entry.path());
+    }
+    return found;
+}
 
 } // namespace TestSupport

@@ -4,7 +4,7 @@
 #include <string>
 #include <system_error>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "Support/SmallDisk.h"
 #include "Support/TemporaryFolder.h"
@@ -50,8 +50,7 @@ protected:
     }
 
     void expectNothingHalf() const {
-        for (const auto& entry : fs::recursive_directory_iterator(home_))
-            EXPECT_FALSE(entry.path().native().ends_with(".tmp")) << entry.path();
+        EXPECT_THAT(TestSupport::temporaryFilesBelow(home_), testing::IsEmpty());
         if (fs::exists(installer_.backupFile())) {
             EXPECT_EQ(readWholeFile(installer_.backupFile()), mine_);
         }

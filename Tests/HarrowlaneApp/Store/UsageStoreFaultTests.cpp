@@ -112,10 +112,6 @@ protected:
         StoreFaults::SetUp();
     }
     [[nodiscard]] std::string alertState() const { return UsageModel::readWholeFile(paths_.notificationState()); }
-    void expectNothingHalf() const {
-        for (const auto& entry : fs::directory_iterator(paths_.support()))
-            EXPECT_FALSE(entry.path().native().ends_with(".tmp")) << entry.path();
-    }
 
     TestSupport::SmallDisk disk_{home_.path()};
 };
@@ -146,7 +142,7 @@ TEST_F(StoreOnASmallDisk, ThatIsFullHoldsNoBannerBackAndKeepsTheFormerAlertState
     EXPECT_GT(second, first);
     EXPECT_EQ(store_->lastError(), std::nullopt);
     EXPECT_EQ(alertState(), former);
-    expectNothingHalf();
+    EXPECT_THAT(TestSupport::temporaryFilesBelow(paths_.support()), testing::IsEmpty());
 
     disk_.makeRoom();
     // It tries again, but not at once.
