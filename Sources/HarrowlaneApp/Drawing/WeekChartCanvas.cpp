@@ -58,6 +58,7 @@ void Canvas::fillCrisp(const QRectF& rect, const QColor& color) const {
 void Canvas::vertical(double x, double from, double to, const QPen& pen) const {
     const double width = pen.widthF();
     const double middle = crisp(x, width, layout.pixelsPerPoint);
+    // The same pixels as the pen's, sooner.
     if (pen.style() == Qt::SolidLine && isWhole(width * layout.pixelsPerPoint))
         return fillCrisp({middle - width / 2.0, from, width, to - from}, pen.color());
     painter.setPen(pen);
