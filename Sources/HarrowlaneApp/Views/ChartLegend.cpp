@@ -36,6 +36,7 @@ ChartLegend::ChartLegend(const ApplicationLook& look, QWidget* parent) : HUDWidg
 }
 
 void ChartLegend::setLegend(const DashboardTexts::Legend& legend) {
+    if (legend == legend_) return;
     legend_ = legend;
     QStringList names;
     for (const Key& key : keys()) names.append(key.name);

@@ -1,6 +1,7 @@
 #include "HarrowlaneApp/Views/SessionLog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -77,9 +78,12 @@ SessionLog::SessionLog(const ApplicationLook& look, QWidget* parent) : ItemCanva
 }
 
 void SessionLog::setSessions(const UsageModel::WeekSeries& series, const UsageModel::Calendar& calendar) {
-    rows_ = SessionDetail::log(series, calendar);
-    if (rows_.size() > mostRows) rows_.resize(mostRows);
-    note_ = QString::fromStdString(SessionDetail::logNote(series.sessions).value_or(""));
+    auto rows = SessionDetail::log(series, calendar);
+    if (rows.size() > mostRows) rows.resize(mostRows);
+    const auto note = QString::fromStdString(SessionDetail::logNote(series.sessions).value_or(""));
+    if (rows == rows_ && note == note_) return;
+    rows_ = std::move(rows);
+    note_ = note;
     setAccessibleDescription(note_);
     widestCost_ = 0.0;
     for (const LogRow& row : rows_) widestCost_ = std::max(widestCost_, costWidth(row));

@@ -59,6 +59,7 @@ TileRow::TileRow(const ApplicationLook& look, QWidget* parent) : ItemCanvas(look
 }
 
 void TileRow::setTiles(std::vector<WeekCopy::Tile> tiles) {
+    if (tiles == tiles_) return;
     tiles_ = std::move(tiles);
     tellTiles();
     updateGeometry();
@@ -101,23 +102,19 @@ int TileRow::heightForWidth(int width) const {
     return rows * (tileHeight(width) + gap) - gap;
 }
 
-QRectF TileRow::box(std::size_t index) const {
-    const auto count = static_cast<std::size_t>(perRow(width()));
-    const double left = static_cast<double>(index % count) * (tileWidth(width()) + gap);
-    const std::size_t row = index / count;
-    const double top = static_cast<double>(row) * (tileHeight(width()) + gap);
-    return {left, top, tileWidth(width()), 1.0 * tileHeight(width())};
-}
-
 void TileRow::resizeEvent(QResizeEvent* /*event*/) {
     tellTiles();
 }
 
 void TileRow::tellTiles() {
+    const auto count = static_cast<std::size_t>(perRow(width()));
+    const QSizeF size(tileWidth(width()), tileHeight(width()));
     std::vector<Item> items;
     for (const WeekCopy::Tile& tile : tiles_) {
-        items.push_back(
-            {.box = box(items.size()), .text = QString::fromStdString(tile.value + tile.unit + " " + tile.label)});
+        const double left = static_cast<double>(items.size() % count) * (size.width() + gap);
+        const double top = static_cast<double>(items.size() / count) * (size.height() + gap);
+        items.push_back({.box = {QPointF(left, top), size},
+                         .text = QString::fromStdString(tile.value + tile.unit + " " + tile.label)});
     }
     setItems(std::move(items));
 }
@@ -125,7 +122,7 @@ void TileRow::tellTiles() {
 void TileRow::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (std::size_t index = 0; index < tiles_.size(); ++index) paintTile(painter, tiles_[index], box(index));
+    for (std::size_t index = 0; index < tiles_.size(); ++index) paintTile(painter, tiles_[index], items()[index].box);
 }
 
 void TileRow::paintTile(QPainter& painter, const WeekCopy::Tile& tile, const QRectF& box) const {

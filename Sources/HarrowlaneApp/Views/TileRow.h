@@ -30,7 +30,6 @@ private:
     [[nodiscard]] int perRow(int width) const;
     [[nodiscard]] double tileWidth(int width) const;
     [[nodiscard]] int tileHeight(int width) const;
-    [[nodiscard]] QRectF box(std::size_t index) const;
     void tellTiles();
     void paintTile(QPainter& painter, const WeekCopy::Tile& tile, const QRectF& box) const;
 

@@ -9,6 +9,7 @@
 #include "HarrowlaneApp/Samples/PreviewData.h"
 #include "HarrowlaneApp/Views/HUDScrollArea.h"
 #include "HarrowlaneApp/Views/Watching.h"
+#include "HarrowlaneApp/Views/WeekChartView.h"
 #include "HarrowlaneApp/Views/WeekHeader.h"
 
 namespace {
@@ -89,6 +90,34 @@ TEST_F(Dashboard, TouchesNothingThatIsNotInSight) {
     view->tabs().setCurrent(DashboardTabs::Tab::week);
     EXPECT_NE(headline(), before);
     EXPECT_EQ(chip(), "Sample data");
+}
+
+TEST_F(Dashboard, PaintsOnlyWhatHasChanged) {
+    constexpr QSize tall(720, 2000); // all of it in sight
+    open({.snapshot = sample}, tall);
+    const PaintLog chart(find<WeekChartView>(*view, "weekChart"));
+    const PaintLog tiles(find<TileRow>(*view, "tiles"));
+    const PaintLog legend(find<ChartLegend>(*view, "chartLegend"));
+    const PaintLog sessions(find<SessionLog>(*view, "sessionLog"));
+    const auto follow = [&] {
+        store->setSampleSnapshot(sample);
+        for (int round = 0; round < 5; ++round) QApplication::processEvents();
+    };
+    follow();
+    const auto paintings = [&] { return std::vector{tiles.count(), legend.count(), sessions.count()}; };
+    const auto before = paintings();
+    const int chartsBefore = chart.count();
+
+    sample.weekSeries->actual.back().used += 1e-6;
+    follow();
+    EXPECT_GT(chart.count(), chartsBefore);
+    EXPECT_EQ(paintings(), before) << "their words and figures are the same";
+
+    sample = withoutGauge();
+    sample.weekSeries->sessions.pop_back();
+    sample.weekSeries->baseline.clear();
+    follow();
+    EXPECT_THAT(paintings(), testing::Pointwise(testing::Gt(), before));
 }
 
 TEST_F(Dashboard, SaysThatItIsStillReading) {

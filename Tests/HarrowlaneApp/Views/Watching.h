@@ -8,6 +8,9 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QImage>
+#include <QObject>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QWidget>
 
 #include "HarrowlaneApp/Views/HUDLabel.h"
@@ -58,5 +61,28 @@ inline std::vector<std::string> heard(QWidget& widget) {
 inline QAccessible::Role roleOf(QWidget& widget) {
     return QAccessible::queryAccessibleInterface(&widget)->role();
 }
+
+/// Notes what is painted anew.
+class PaintLog : public QObject {
+public:
+    explicit PaintLog(QWidget& widget) : widget_(widget) { widget.installEventFilter(this); }
+
+    [[nodiscard]] const QRegion& painted() const { return painted_; }
+    [[nodiscard]] int count() const { return count_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == &widget_ && event->type() == QEvent::Paint) {
+            painted_ |= static_cast<QPaintEvent*>(event)->region();
+            ++count_;
+        }
+        return false;
+    }
+
+private:
+    QWidget& widget_;
+    QRegion painted_;
+    int count_ = 0;
+};
 
 } // namespace ViewTests

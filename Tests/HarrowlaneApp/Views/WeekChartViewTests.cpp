@@ -20,29 +20,6 @@ using testing::HasSubstr;
 using testing::StartsWith;
 using WeekChart::CurvePlace;
 
-/// Notes what is painted anew.
-class PaintLog : public QObject {
-public:
-    explicit PaintLog(QWidget& widget) : widget_(widget) { widget.installEventFilter(this); }
-
-    [[nodiscard]] const QRegion& painted() const { return painted_; }
-    [[nodiscard]] int count() const { return count_; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched == &widget_ && event->type() == QEvent::Paint) {
-            painted_ |= static_cast<QPaintEvent*>(event)->region();
-            ++count_;
-        }
-        return false;
-    }
-
-private:
-    QWidget& widget_;
-    QRegion painted_;
-    int count_ = 0;
-};
-
 class WeekChartViewTest : public testing::Test {
 protected:
     WeekChartViewTest() {
