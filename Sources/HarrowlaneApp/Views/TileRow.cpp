@@ -111,10 +111,12 @@ void TileRow::tellTiles() {
     const QSizeF size(tileWidth(width()), tileHeight(width()));
     std::vector<Item> items;
     for (const WeekCopy::Tile& tile : tiles_) {
-        const double left = static_cast<double>(items.size() % count) * (size.width() + gap);
-        const double top = static_cast<double>(items.size() / count) * (size.height() + gap);
-        items.push_back({.box = {QPointF(left, top), size},
-                         .text = QString::fromStdString(tile.value + tile.unit + " " + tile.label)});
+        const std::size_t column = items.size() % count;
+        const std::size_t row = items.size() / count;
+        const QPointF corner(static_cast<double>(column) * (size.width() + gap),
+                             static_cast<double>(row) * (size.height() + gap));
+        items.push_back(
+            {.box = {corner, size}, .text = QString::fromStdString(tile.value + tile.unit + " " + tile.label)});
     }
     setItems(std::move(items));
 }
