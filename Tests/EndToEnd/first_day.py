@@ -32,10 +32,6 @@ def values(settings):
 
 
 class FirstDay(Story):
-    # Minutes are told of the session and hours of the week: both change in the middle of what is measured here.
-    session_left = 2 * HOUR + 10 * 60 + 30
-    week_left = 3 * DAY + 2.5 * HOUR
-
     def __init__(self, desktop, program, report):
         super().__init__(desktop, program, report)
         self.told = []

@@ -16,9 +16,6 @@ CONTROLS = ("push button", "check box", "radio button", "menu item")
 
 
 class ScreenReader(Story):
-    session_left = 2 * HOUR + 10 * 60 + 30
-    week_left = 3 * DAY + 2.5 * HOUR
-
     def tell(self):
         for day in range(6):
             session = Session(self.desktop.home)

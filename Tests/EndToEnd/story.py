@@ -11,16 +11,13 @@ DAY = 24 * HOUR
 
 
 class Story:
-    # How long until the windows reset.
-    session_left = 2.5 * HOUR
-    week_left = 80 * HOUR
-
     def __init__(self, desktop, program, report):
         self.desktop = desktop
         self.user = User(desktop, program, report)
         self.reader = self.user.reader
         self.now = time.time()
-        self.resets = {"session": self.now + self.session_left, "week": self.now + self.week_left}
+        # Minutes are told of the session and hours of the week: both change in the middle of what is measured here.
+        self.resets = {"session": self.now + 2 * HOUR + 10 * 60 + 30, "week": self.now + 3 * DAY + 2.5 * HOUR}
 
     @classmethod
     def play(cls, name):

@@ -38,7 +38,7 @@ protected:
         view = std::make_unique<DashboardView>(
             look, DashboardView::Surroundings{.store = *store, .calendar = Calendar::utc()});
         show(*view, size);
-        for (int round = 0; round < 5; ++round) QApplication::processEvents();
+        settle();
     }
 
     [[nodiscard]] std::string chip() const {
@@ -101,7 +101,7 @@ TEST_F(Dashboard, PaintsOnlyWhatHasChanged) {
     const PaintLog sessions(find<SessionLog>(*view, "sessionLog"));
     const auto follow = [&] {
         store->setSampleSnapshot(sample);
-        for (int round = 0; round < 5; ++round) QApplication::processEvents();
+        settle();
     };
     follow();
     const auto paintings = [&] { return std::vector{tiles.count(), legend.count(), sessions.count()}; };
@@ -164,7 +164,7 @@ TEST_F(Dashboard, AChoiceAddsTheGhostsKeyAndMovesNothing) {
     open({.snapshot = sample});
     const int top = find<TileRow>(*view, "tiles").mapTo(view.get(), QPoint()).y();
     view->setChoice({.model = ModelClass::sonnet});
-    for (int round = 0; round < 5; ++round) QApplication::processEvents();
+    settle();
     EXPECT_THAT(find<ChartLegend>(*view, "chartLegend").accessibleName().toStdString(),
                 testing::HasSubstr("if you change something"));
     EXPECT_EQ(find<TileRow>(*view, "tiles").mapTo(view.get(), QPoint()).y(), top);

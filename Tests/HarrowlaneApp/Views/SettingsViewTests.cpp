@@ -76,7 +76,7 @@ TEST_F(SettingsPreview, AConflictOffersToReinstallAndNotToRemove) {
 TEST_F(SettingsPreview, EverythingFitsWithoutScrolling) {
     for (const State state : {State::notInstalled, State::installed, State::conflict}) {
         open(state);
-        for (int round = 0; round < 5; ++round) QApplication::processEvents();
+        settle();
         EXPECT_EQ(find<HUDScrollArea>(*view, "settingsScroll").verticalScrollBar()->maximum(), 0);
     }
 }
@@ -86,7 +86,7 @@ TEST_F(SettingsPreview, AFailureStandsUnderTheButtonAndMayScroll) {
     EXPECT_EQ(textOf(*view, "settingsError"), "");
     QTest::mouseClick(&find<PushButton>(*view, "helperButton"), Qt::LeftButton);
     EXPECT_EQ(textOf(*view, "settingsError"), "Shim not found — build the app with Scripts/make-app");
-    for (int round = 0; round < 5; ++round) QApplication::processEvents();
+    settle();
     EXPECT_GT(find<HUDScrollArea>(*view, "settingsScroll").verticalScrollBar()->maximum(), 0);
     EXPECT_EQ(find<HUDLabel>(*view, "settingsError").textStyle().color, &Palette::warn);
 }

@@ -32,6 +32,11 @@ inline std::string textOf(const QWidget& view, const char* name) {
     return label.isVisibleTo(&view) ? label.text().toStdString() : std::string();
 }
 
+/// Layouts and repaints come as events, and bring more of them.
+inline void settle() {
+    for (int round = 0; round < 5; ++round) QApplication::processEvents();
+}
+
 /// Shows it at a size and lets it settle.
 inline void show(QWidget& view, const QSize& size) {
     view.resize(size);
